@@ -1,0 +1,192 @@
+// Fixtures for the tests of one facade on the recording platform, and the check that every plain
+// operation is put through.
+#pragma once
+
+#include "unit/recording_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace testing_platform {
+
+/// A test that starts on a platform where nothing has happened yet.
+class platform_test : public ::testing::Test {
+protected:
+    platform_test() { platform().reset(); }
+};
+
+/// A test of one facade, of which it gets a new instance.
+template <typename Facade>
+class facade_test : public platform_test {
+protected:
+    explicit facade_test(Facade* (*get_instance)()) : get_instance_(get_instance) { forget(); }
+    ~facade_test() override { forget(); }
+
+    /// The facade, made on first use with a service that is there.
+    Facade& facade() { return *get_instance_(); }
+
+private:
+    static void forget()
+    {
+        delete Facade::s_the_instance_;
+        delete Facade::s_the_client_;
+        Facade::s_the_instance_ = nullptr;
+        Facade::s_the_client_ = nullptr;
+        if constexpr (requires { Facade::mtx_; }) {
+            delete Facade::mtx_;
+            Facade::mtx_ = nullptr;
+        } else {
+            Facade::semid_ = 0;
+        }
+    }
+
+    Facade* (*get_instance_)();
+};
+
+/// What the protocol tables say of an operation.
+struct table_row {
+    long interface_id;
+    long func_id;
+    /// Every byte of the request behind its header; the header is zero.
+    record request;
+    /// The reply's length, with the values that the service returns in it.
+    record reply;
+    std::size_t result_offset;
+    /// How many of the facade's mutexes are held while the request is under way.
+    int locks_held = 0;
+};
+
+/// The request that was sent last, against its row.
+inline void expect_request(const request& sent, const table_row& row)
+{
+    EXPECT_EQ(sent.interface_id, row.interface_id);
+    EXPECT_EQ(sent.func_id, row.func_id);
+    EXPECT_EQ(sent.bytes.size(), row.request.bytes().size());
+    EXPECT_EQ(sent.bytes, row.request.bytes());
+    EXPECT_EQ(sent.reply_room, row.reply.bytes().size());
+    EXPECT_EQ(sent.service, "TARN_SRV");
+    EXPECT_EQ(sent.locks_held, row.locks_held);
+}
+
+/// Calls an operation three times: the service succeeds, the service refuses but fills in its values,
+/// nobody answers. Each time one request leaves, exactly as the row says. `call` sets its outputs to
+/// something else before it makes the call; `expect_values` checks that the outputs hold the reply's
+/// values and `expect_unanswered` that they hold what an unanswered call leaves.
+inline void exercise(const table_row& row, const std::function<unsigned int()>& call,
+                     const std::function<void()>& expect_values = {},
+                     const std::function<void()>& expect_unanswered = {})
+{
+    auto& recorder = platform();
+    const auto run = [&](const char* what, unsigned int result, const std::function<void()>& expect_outputs) {
+        SCOPED_TRACE(what);
+        recorder.requests.clear();
+        const std::size_t lines = recorder.traces.size() + recorder.reports.size();
+        EXPECT_EQ(call(), result);
+        ASSERT_EQ(recorder.requests.size(), 1U);
+        expect_request(recorder.requests.front(), row);
+        EXPECT_EQ(recorder.traces.size() + recorder.reports.size(), lines) << "nothing is to be said";
+        if (expect_outputs) expect_outputs();
+    };
+    // The reply's header is the platform's: whatever stands there is no value.
+    record reply = row.reply;
+    reply.pattern(0, 12, 9);
+
+    recorder.reply_with(record(reply).u32(row.result_offset, 0));
+    run("success", 0, expect_values);
+    recorder.reply_with(record(reply).u32(row.result_offset, 0x8badf00d));
+    run("refusal", 0x8badf00d, expect_values);
+    recorder.reply_never();
+    run("no answer", 0, expect_unanswered);
+}
+
+/// What is a facade's own in the wait for the service.
+struct creation_row {
+    long interface_id;
+    unsigned int failure;
+    int failure_line;
+    std::string source;
+    bool client_destroyed;
+};
+
+/// The service check refused 0, 1, 199 and 200 times: how often it asks, sleeps and reports, what
+/// `initialize_facade` returns and what becomes of the client.
+template <typename Facade>
+void exercise_initialization(Facade& facade, const creation_row& row)
+{
+    auto& recorder = platform();
+    for (const int refused : {0, 1, 199, 200}) {
+        SCOPED_TRACE(refused);
+        const bool reached = refused < 200;
+        delete Facade::s_the_client_;
+        recorder.reset();
+        recorder.refused_checks = refused;
+
+        EXPECT_EQ(facade.initialize_facade(&facade), reached ? 0 : row.failure);
+
+        EXPECT_EQ(recorder.clients_made, 1);
+        EXPECT_EQ(recorder.checks, std::vector<std::string>(static_cast<std::size_t>(reached ? refused + 1 : 200),
+                                                            "TARN_SRV/" + std::to_string(row.interface_id)));
+        EXPECT_EQ(recorder.sleeps, std::vector<unsigned int>(static_cast<std::size_t>(refused), 300U));
+        EXPECT_TRUE(recorder.traces.empty());
+        if (reached) {
+            EXPECT_TRUE(recorder.reports.empty());
+            EXPECT_EQ(recorder.clients_destroyed, 0);
+            EXPECT_NE(Facade::s_the_client_, nullptr);
+        } else {
+            EXPECT_EQ(recorder.reports,
+                      (std::vector<report>{{63126, 0, 0, row.source, "initialize_facade", row.failure_line}}));
+            EXPECT_EQ(recorder.clients_destroyed, row.client_destroyed ? 1 : 0);
+            EXPECT_EQ(Facade::s_the_client_ == nullptr, row.client_destroyed);
+        }
+    }
+}
+
+/// A service that never comes up: the facade is published all the same, is not checked for again, and
+/// a call through it reaches the service only if the client was kept.
+template <typename Facade>
+void exercise_unreached(Facade* (*get_instance)(), const creation_row& row,
+                        const std::function<unsigned int(Facade&)>& call)
+{
+    auto& recorder = platform();
+    recorder.refused_checks = 200;
+    Facade* const facade = get_instance();
+    ASSERT_NE(facade, nullptr);
+    EXPECT_EQ(recorder.checks.size(), 200U);
+    EXPECT_EQ(recorder.sleeps.size(), 200U);
+    EXPECT_EQ(get_instance(), facade);
+    EXPECT_EQ(recorder.checks.size(), 200U);
+
+    recorder.reply_never();
+    EXPECT_EQ(call(*facade), 0U);
+    EXPECT_EQ(recorder.requests.size(), row.client_destroyed ? 0U : 1U);
+}
+
+/// Many threads ask for the facade at once: all get the same one, made and initialised once.
+template <typename Facade>
+void exercise_creation_race(Facade* (*get_instance)())
+{
+    constexpr std::size_t count = 16;
+    std::vector<Facade*> seen(count);
+    std::atomic<bool> go = false;
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < count; ++i) {
+        threads.emplace_back([&seen, &go, get_instance, i] {
+            while (!go) std::this_thread::yield();
+            seen[i] = get_instance();
+        });
+    }
+    go = true;
+    for (auto& thread : threads) thread.join();
+
+    EXPECT_EQ(seen, std::vector<Facade*>(count, seen.front()));
+    EXPECT_NE(seen.front(), nullptr);
+    EXPECT_EQ(platform().clients_made, 1);
+    EXPECT_EQ(platform().checks.size(), 1U);
+}
+
+}  // namespace testing_platform
