@@ -35,6 +35,12 @@ void keep_connection_name(char (&connection_name)[connection_name_size], const c
     if (chosen != nullptr) std::memcpy(connection_name, chosen, strnlen(chosen, sizeof connection_name));
 }
 
+void forget_connection(long& obj_id, char (&connection_name)[connection_name_size])
+{
+    obj_id = 0;
+    std::memset(connection_name, 0, sizeof connection_name);
+}
+
 bmc_mc_observer_server* accept(const received& message, const char* connection_name, const observer_failures& failures)
 {
     if (message.record == nullptr || message.length == 0) {

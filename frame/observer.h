@@ -57,6 +57,9 @@ void open_connection(observer_template& observer, char (&connection_name)[connec
 void keep_connection_name(char (&connection_name)[connection_name_size], const char* chosen,
                           const observer_failures& failures);
 
+/// Leaves nothing of an observer's identity behind, for those who still look at where it was.
+void forget_connection(long& obj_id, char (&connection_name)[connection_name_size]);
+
 /// The server to answer `message` on, or null when the message is refused; what the class reports of
 /// it has then been reported.
 bmc_mc_observer_server* accept(const received& message, const char* connection_name, const observer_failures& failures);

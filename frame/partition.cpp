@@ -16,12 +16,18 @@ bool succeeded(unsigned int code, const char* platform_call, platform_failure fa
     return code == 0;
 }
 
+/// A platform may report success and give no block: there is then nothing to clear.
+void clear(void* block, unsigned long size)
+{
+    if (block != nullptr) std::memset(block, 0, size);
+}
+
 bool clear_found_block(void* part_id, void* block, found_block found, platform_failure failed)
 {
     unsigned long size = 0;
     const unsigned int code = emwOSWIpcGetAllocSizeMemPart(part_id, block, &size);
     if (!succeeded(code, "emwOSWIpcGetAllocSizeMemPart", failed)) return false;
-    if (found == found_block::cleared) std::memset(block, 0, size);
+    if (found == found_block::cleared) clear(block, size);
     return true;
 }
 
@@ -34,7 +40,7 @@ bool allocate_block(void* part_id, int block_id, void** block, unsigned long siz
         free_block(part_id, *block, failed);
         return false;
     }
-    std::memset(*block, 0, size);
+    clear(*block, size);
     return true;
 }
 
