@@ -1,0 +1,55 @@
+// Layouts of the service's records, as the device file names their fields. A record's content is
+// written in the device file either as bytes or, where it has a layout, by its fields' names.
+#pragma once
+
+#include "simulator/device.h"
+
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace norvane::simulator {
+
+/// One named field of a record.
+struct layout_field {
+    enum class form { number, text, bytes };
+    std::string name;
+    form what;
+    std::size_t offset;
+    std::size_t size;
+};
+
+class layouts {
+public:
+    /// Reads the device file's "layouts": {"TARN_DOC_INFO": {"fields": [{"name": "id", "offset": 0,
+    /// "type": "u32"}, {"name": "title", "offset": 4, "type": "text", "size": 64}, ...]}}. Types are
+    /// u8, u16, u32, text and bytes.
+    explicit layouts(const node& device);
+
+    /// A record of `size` bytes from its content: a text of hexadecimal digits, or an object whose
+    /// members are fields of the type's layout. What is not named is zero.
+    [[nodiscard]] std::vector<char> fill(const std::string& type, std::size_t size, const node& content) const;
+
+    /// The content of a record, as `fill` reads it: fields where the type has a layout, else bytes.
+    [[nodiscard]] json describe(const std::string& type, std::span<const char> record) const;
+
+    /// The value of a number field; 0 where the type has no such field.
+    [[nodiscard]] std::uint32_t number(const std::string& type, std::span<const char> record,
+                                       const std::string& field) const;
+    /// The value of a text field; empty where the type has no such field.
+    [[nodiscard]] std::string text(const std::string& type, std::span<const char> record,
+                                   const std::string& field) const;
+    /// Stores a number in a field, if the type has it.
+    void set(const std::string& type, std::span<char> record, const std::string& field, std::uint32_t value) const;
+    /// Where a field is, or null where the type has none of that name.
+    [[nodiscard]] const layout_field* find(const std::string& type, const std::string& field) const;
+
+private:
+    std::map<std::string, std::vector<layout_field>> layouts_;
+};
+
+/// Bytes as pairs of hexadecimal digits.
+std::string hexadecimal(std::span<const char> bytes);
+
+}  // namespace norvane::simulator
