@@ -1,0 +1,53 @@
+// How the tour tells what it does: one line for each thing that was asked and what came back, and a
+// mark where something came back that the device file does not say.
+#pragma once
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace tour {
+
+using json = nlohmann::json;
+
+class story {
+public:
+    explicit story(json device) : device_(std::move(device)) {}
+
+    /// The device file's content.
+    [[nodiscard]] const json& device() const { return device_; }
+
+    /// Begins the part of one area.
+    void chapter(std::string_view title);
+
+    /// Something that happened and needs no check.
+    void tell(std::string_view what);
+
+    /// What was asked, what came back and what should have.
+    template <typename Value>
+    void expect(std::string_view asked, const Value& came, const Value& expected)
+    {
+        line(fmt::format("{}: {}", asked, came), came == expected, fmt::format("{}", expected));
+    }
+
+    /// The result of a call that is to succeed.
+    void succeeded(std::string_view asked, unsigned int result);
+    /// The result of a call that the service is to refuse.
+    void refused(std::string_view asked, unsigned int result, unsigned int expected);
+
+    /// What the story comes to: 0 if everything was as expected.
+    int end() const;
+
+private:
+    void line(const std::string& text, bool right, const std::string& expected);
+
+    json device_;
+    int checks_ = 0;
+    int wrong_ = 0;
+};
+
+void systeminfo(story& story);
+
+}  // namespace tour

@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds and runs all tests: natively, with the sanitizers, and on emulated
+# PowerPC. With --quick, natively only. The last line counts them.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cd "$root"
+. packaging/install-packages.sh
+
+presets=(native asan tsan powerpc)
+case "${1:-}" in
+    "") ;;
+    --quick) presets=(native) ;;
+    *) printf 'usage: %s [--quick]\n' "$0" >&2; exit 2 ;;
+esac
+install_packages packaging/packages.txt
+
+passed=0 failed=0 skipped=0
+for preset in "${presets[@]}"; do
+    printf '== %s\n' "$preset"
+    log=build/$preset-tests.log
+    mkdir -p build
+    if ! { cmake --preset "$preset" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
+        tail -n 60 "$log"
+        printf '%s does not build\n' "$preset"
+        failed=$((failed + 1))
+        continue
+    fi
+    ctest --preset "$preset" --parallel "$(nproc)" --output-junit "$root/build/$preset-tests.xml" >"$log" 2>&1 || true
+    read -r tests failures skips < <(sed -n 's/.*<testsuite .*/&/; /<testsuite/,/>/p' "build/$preset-tests.xml" |
+        tr '\n\t' '  ' | sed -E 's/.* tests="([0-9]+)".* failures="([0-9]+)".* skipped="([0-9]+)".*/\1 \2 \3/')
+    [ "$failures" -eq 0 ] || sed -n '/^ *[0-9]*\/[0-9]* Test.*\(Failed\|Timeout\|Exception\|Not Run\)/,/^ *Start/p' "$log" | tail -n 200
+    tail -n 3 "$log" | grep 'Total Test time' || true
+    printf '%d tests, %d failed, %d skipped\n' "$tests" "$failures" "$skips"
+    passed=$((passed + tests - failures - skips)) failed=$((failed + failures)) skipped=$((skipped + skips))
+done
+
+printf '%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
+[ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
