@@ -105,7 +105,7 @@ delivery channel::receive(std::span<char> reply, std::size_t& length, const dead
     }
     if (received > expected) return delivery::damaged;
     if (answer.detail != static_cast<std::uint32_t>(delivery::answered)) return delivery::unanswered;
-    std::memcpy(reply.data(), incoming_.data() + sizeof answer, answer.length);
+    std::copy_n(incoming_.begin() + sizeof answer, answer.length, reply.begin());
     length = answer.length;
     return delivery::answered;
 }

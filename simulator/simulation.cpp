@@ -78,8 +78,7 @@ json simulation::run(const node& command)
     if (what == "notify") return notify(command);
     if (what == "observers") return list_observers();
     if (what == "traffic") {
-        const std::uint64_t after = command.at("after").value().get<std::uint64_t>();
-        return messages_.after(after, longest_watch);
+        return messages_.after(command.at("after").number(), longest_watch);
     }
     if (what == "state") {
         const std::uint32_t interface_id = command.at("interface").number();

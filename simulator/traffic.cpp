@@ -65,14 +65,14 @@ void traffic::note_notification(long interface_id, long func_id, std::span<const
     note(std::move(message));
 }
 
-json traffic::after(std::uint64_t after, std::chrono::milliseconds limit)
+json traffic::after(std::size_t after, std::chrono::milliseconds limit)
 {
     std::unique_lock lock(mutex_);
     last_asked_ = std::chrono::steady_clock::now();
     noted_.wait_for(lock, limit, [&] { return count_ > after; });
     json messages = json::array();
-    const std::uint64_t first = count_ - messages_.size();
-    for (std::uint64_t number = std::max(after, first); number < count_; ++number) {
+    const std::size_t first = count_ - messages_.size();
+    for (std::size_t number = std::max(after, first); number < count_; ++number) {
         messages.push_back(messages_[number - first]);
     }
     return {{"last", count_}, {"messages", std::move(messages)}};

@@ -22,7 +22,7 @@ public:
 
     /// The messages after the one numbered `after`, oldest first, waiting up to `limit` for the first. A
     /// watcher asks again with the number of the last it was given.
-    json after(std::uint64_t after, std::chrono::milliseconds limit);
+    json after(std::size_t after, std::chrono::milliseconds limit);
 
 private:
     bool watched();
@@ -31,7 +31,7 @@ private:
     const layouts& layouts_;
     std::mutex mutex_;
     std::condition_variable noted_;
-    std::uint64_t count_ = 0;
+    std::size_t count_ = 0;
     std::deque<json> messages_;
     std::chrono::steady_clock::time_point last_asked_{};
 };
