@@ -25,6 +25,9 @@ namespace {
 /// What a notify operation may read of a record, however short the record is.
 constexpr std::size_t padded_record = 4096;
 
+/// The pause after a connection that could not be accepted, such as for want of descriptors.
+constexpr std::chrono::milliseconds pause_after_failure{10};
+
 }  // namespace
 
 struct listener::door {
@@ -95,16 +98,13 @@ private:
     outgoing outgoing_;
 };
 
-listener::listener(unsigned int threads, handler handle, farewell left)
-    : handle_(std::move(handle)),
+listener::listener(threading threads, handler handle, farewell left)
+    : threading_(threads),
+      handle_(std::move(handle)),
       left_(std::move(left)),
-      context_(static_cast<int>(threads)),
-      work_(context_.get_executor())
+      work_(context_.get_executor()),
+      thread_([this] { context_.run(); })
 {
-    threads_.reserve(threads);
-    for (unsigned int i = 0; i < threads; ++i) {
-        threads_.emplace_back([this] { context_.run(); });
-    }
 }
 
 listener::~listener()
@@ -114,7 +114,11 @@ listener::~listener()
         for (const auto& [name, entrance] : doors_) std::remove(socket_path(name).c_str());
     }
     context_.stop();
-    for (auto& thread : threads_) thread.join();
+    thread_.join();
+    for (worker& each : workers_) {
+        each.context.stop();
+        if (each.thread.joinable()) each.thread.join();
+    }
 }
 
 bool listener::open(const std::string& name)
@@ -128,7 +132,7 @@ bool listener::open(const std::string& name)
     if (failure) return false;
     const std::lock_guard lock(mutex_);
     doors_[name] = entrance;
-    accept(entrance);
+    asio::post(context_, [this, entrance] { accept(entrance); });
     return true;
 }
 
@@ -145,15 +149,38 @@ void listener::close(const std::string& name)
     doors_.erase(found);
 }
 
+listener::worker& listener::next_worker()
+{
+    workers_.remove_if([](worker& each) {
+        if (!each.done) return false;
+        if (each.thread.joinable()) each.thread.join();
+        return true;
+    });
+    return workers_.emplace_back();
+}
+
 void listener::accept(const std::shared_ptr<door>& entrance)
 {
-    entrance->acceptor.async_accept([this, entrance](error_code failure, stream_protocol::socket socket) {
-        if (failure == asio::error::operation_aborted) return;
-        if (!failure && same_user(socket)) {
-            std::make_shared<session>(*this, std::move(socket), entrance->name)->receive();
-        }
-        accept(entrance);
-    });
+    worker* const own = threading_ == threading::per_connection ? &next_worker() : nullptr;
+    entrance->acceptor.async_accept(
+        own == nullptr ? context_ : own->context,
+        [this, entrance, own](error_code failure, stream_protocol::socket socket) {
+            if (failure == asio::error::operation_aborted) return;
+            if (failure) std::this_thread::sleep_for(pause_after_failure);
+            if (!failure && same_user(socket)) {
+                std::make_shared<session>(*this, std::move(socket), entrance->name)->receive();
+                if (own != nullptr) own->thread = std::thread([own] { run(*own); });
+            } else if (own != nullptr) {
+                own->done = true;
+            }
+            accept(entrance);
+        });
+}
+
+void listener::run(worker& own)
+{
+    own.context.run();
+    own.done = true;
 }
 
 void sweep_sockets()

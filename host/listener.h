@@ -8,7 +8,9 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/local/stream_protocol.hpp>
 
+#include <atomic>
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -43,8 +45,16 @@ public:
     /// Told when a peer has closed a connection.
     using farewell = std::function<void()>;
 
-    /// Calls `handle` on any of `threads` threads, one message per connection at a time.
-    listener(unsigned int threads, handler handle, farewell left = {});
+    /// On which thread messages are handled.
+    enum class threading {
+        /// All on one thread, one after the other.
+        single,
+        /// Each connection's on a thread of its own: one that takes long holds up its own peer only, and
+        /// an answer costs no change of thread.
+        per_connection,
+    };
+
+    listener(threading threads, handler handle, farewell left = {});
     /// Closes all connections and waits for the handlers under way.
     ~listener();
     listener(const listener&) = delete;
@@ -58,15 +68,26 @@ private:
     class session;
     struct door;
 
-    void accept(const std::shared_ptr<door>& entrance);
+    /// A thread and what it runs, for one connection.
+    struct worker {
+        boost::asio::io_context context{1};
+        std::thread thread;
+        std::atomic<bool> done = false;
+    };
 
+    void accept(const std::shared_ptr<door>& entrance);
+    worker& next_worker();
+    static void run(worker& own);
+
+    threading threading_;
     handler handle_;
     farewell left_;
-    boost::asio::io_context context_;
+    std::list<worker> workers_;
+    boost::asio::io_context context_{1};
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> work_;
     std::mutex mutex_;
     std::map<std::string, std::shared_ptr<door>> doors_;
-    std::vector<std::thread> threads_;
+    std::thread thread_;
 };
 
 /// Removes the sockets in the runtime directory that nobody listens on any more.

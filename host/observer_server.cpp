@@ -84,7 +84,10 @@ public:
     }
 
 private:
-    observer_server() : listener_(1, [this](const incoming& message) { return deliver(message); }) {}
+    observer_server()
+        : listener_(listener::threading::single, [this](const incoming& message) { return deliver(message); })
+    {
+    }
 
     /// The process in the front, so that two processes hardly ever try the same name.
     std::string next_suffix()

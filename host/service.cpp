@@ -25,7 +25,8 @@ struct service::parts {
           handler(std::move(handle)),
           lock(socket_path(settings.name) + ".lock", file_lock::mode::try_once),
           receiver(
-              settings.threads, [this](const incoming& message) { return answer(message); }, std::move(left))
+              listener::threading::per_connection, [this](const incoming& message) { return answer(message); },
+              std::move(left))
     {
         if (!lock.held()) {
             throw std::runtime_error("another process already serves " + settings.name + " in " + runtime_directory());

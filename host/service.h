@@ -30,7 +30,7 @@ struct request {
     bool from_notification;
 };
 
-/// Returns the reply's record, at most `reply_room` bytes. Called on any of the service's threads, for
+/// Returns the reply's record, at most `reply_room` bytes. Called on a thread of each connection, for
 /// several requests at the same time.
 using request_handler = std::function<std::vector<char>(const request&)>;
 
@@ -42,8 +42,6 @@ public:
     struct options {
         std::string name = "TARN_SRV";
         std::set<long> interfaces;
-        /// How many requests are handled at the same time.
-        unsigned int threads = 32;
     };
 
     /// Throws std::runtime_error if another process of this user serves the name already.
