@@ -13,6 +13,57 @@
         unsigned char bytes[size];     \
     }
 
+// Common
+
+/// Whether the application accepts what the service may ask of it.
+enum TARN_ACCEPTANCE_TYPE : unsigned int {};
+/// State of the network.
+enum TARN_NETWORK_TYPE : unsigned int {};
+/// Occasion on which an application is activated.
+enum TARN_KIND_OF_SCENARIO : unsigned int {};
+/// Kind of application.
+enum TARN_KIND_OF_APL : unsigned int {};
+/// Power-saving state that is asked for.
+enum TARN_STS_SLEEP : unsigned int {};
+/// State that the resident applications are asked to take.
+enum TARN_REQ_APP_STATE : unsigned int {};
+/// State of the Java VM.
+enum TARN_JAVAVM_STATE : unsigned int {};
+/// Kind of box in which jobs are retained.
+enum TARN_JBRT_BOX_TYPE : unsigned int {};
+/// Connection error that the service notifies.
+enum TARN_EVENT_CONNECTION_ERROR : unsigned int {};
+/// Sleep state that the service notifies.
+enum TARN_EVENT_SLEEP_STATE : unsigned int {};
+
+/// A box with all its settings.
+TARN_OPAQUE_RECORD(TARN_BOX_DETAIL_INFO, 764);
+/// A fax box with all its settings.
+TARN_OPAQUE_RECORD(TARN_FAX_BOX_DETAIL_INFO, 764);
+/// A retained job's document.
+struct TARN_JBRT_DOC_INFO {
+    unsigned int words[4];
+};
+
+/// One box of a list.
+TARN_OPAQUE_RECORD(TARN_BOX_LIST_INFO, 748);
+/// One document of a box.
+TARN_OPAQUE_RECORD(TARN_DOC_INFO, 292);
+/// One easy box of a list.
+TARN_OPAQUE_RECORD(TARN_EASY_BOX_INFO, 3080);
+/// One fax box of a list.
+TARN_OPAQUE_RECORD(TARN_FAX_BOX_LIST, 748);
+/// One document of a fax box.
+TARN_OPAQUE_RECORD(TARN_FAX_DOC_LIST, 292);
+/// One retained job's document of a list.
+TARN_OPAQUE_RECORD(TARN_JBRT_DOC_LIST, 408);
+/// One person of the address book.
+TARN_OPAQUE_RECORD(TARN_PERSONAL_ADDRESS, 2124);
+/// One group of the address book.
+TARN_OPAQUE_RECORD(TARN_GROUP_ADDRESS, 390);
+/// One member of a group of the address book.
+TARN_OPAQUE_RECORD(TARN_GROUP_MEMBER, 1068);
+
 // System information
 
 /// Which system value, machine information or paper source is meant.
