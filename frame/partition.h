@@ -26,8 +26,8 @@ bool free_block(void* part_id, void* block, platform_failure failed = unmentione
 
 bool delete_partition(void* part_id, platform_failure failed = unmentioned);
 
-/// The use count of a partition that gains one more user. It restarts at 1 below the largest signed
-/// 32-bit number, and is never 0.
+/// The use count of a partition that gains one more user. It restarts at 1 before it reaches the
+/// largest signed 32-bit number; a count that was taken below 0 comes back to 0.
 constexpr unsigned int one_more_user(unsigned int users) { return users + 1 >= 0x7FFFFFFFU ? 1 : users + 1; }
 
 }  // namespace norvane::frame

@@ -317,6 +317,10 @@ unsigned int emwOSWIpcAllocMemPart(void* part_id, void** block, unsigned long si
     recorder.note("emwOSWIpcAllocMemPart(" + std::to_string(size) + ")");
     unsigned int code = 0;
     if (recorder.fails("emwOSWIpcAllocMemPart", code)) return code;
+    if (recorder.blocks_are_null) {
+        *block = nullptr;
+        return 0;
+    }
     // Not zero, so that the library has to clear it.
     auto bytes = std::make_unique<std::string>(size, '\xee');
     *block = bytes->data();
@@ -357,7 +361,7 @@ unsigned int emwOSWIpcGetAllocSizeMemPart(void* part_id, void* block, unsigned l
     recorder.note("emwOSWIpcGetAllocSizeMemPart");
     unsigned int code = 0;
     if (recorder.fails("emwOSWIpcGetAllocSizeMemPart", code)) return code;
-    *size = recorder.partition_table.at(part_id).blocks.at(block)->size();
+    *size = block == nullptr ? 64 : recorder.partition_table.at(part_id).blocks.at(block)->size();
     return 0;
 }
 

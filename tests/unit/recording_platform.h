@@ -130,6 +130,9 @@ public:
     std::vector<std::string> server_lookups;
     std::vector<observer_answer> answers;
 
+    /// The platform says that it has given a block, and gives none.
+    bool blocks_are_null = false;
+
     /// The bytes of the block registered under `block_id` in the only partition that has it.
     std::string& block(int block_id);
     /// Names and sizes of the partitions that exist.
