@@ -89,7 +89,7 @@ struct reply {
 using plain_reply = reply<16, result<12>>;
 
 /// The requests that tell the service of an observer and take it back, the same in every area.
-using add_observer_request = request<92, word<"observer", 72>, text<"name", 76, 16, 15>>;
+using add_observer_request = request<92, word<"observer", 72>, text<"connection_name", 76, 16, 15>>;
 using remove_observer_request = request<92, word<"observer", 72>>;
 
 /// What a notification carries behind its header. The service decides how long the record is.

@@ -36,11 +36,11 @@ class tarn_common_observer;
 /// - A prepare takes the length of a page, `num`, and hands back two figures. When the service agrees,
 ///   the list's partition is created, or counted as used by one list more. If that fails the result is
 ///   still 0: it is the first page that then fails.
-/// - A get takes the number of the block through which the page travels, `blk_id`, and an array for a
-///   whole page, of the length that is stated; it stores how many elements it has written there. The
-///   service's count is trusted: the array must hold what the service counts. 0x04010207 means that the
-///   page had no shared memory; `count` is then left as it was, unless the service had counted elements
-///   already. Two threads that get pages of one partition at the same time need two block numbers.
+/// - A get takes the number of the block through which the page travels, `blk_id`, which the service is
+///   told, and an array for a whole page, of the length that is stated; it stores how many elements it
+///   has written there. The service's count is trusted: the array must hold what the service counts.
+///   0x04010207 means that the page's shared memory failed; `count` is left as it was if nothing has
+///   been sent. Two threads that get pages of one partition at the same time need two block numbers.
 /// - A finish tells the service, and counts the partition as used by one list less; the last one deletes
 ///   it. Call exactly one finish for each prepare that returned 0: one too many leaves the count
 ///   wrong and the partition undeleted. 0x04010207 means that the partition could not be deleted.

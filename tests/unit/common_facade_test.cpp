@@ -11,6 +11,10 @@ using namespace testing_platform;
 using norvane::tarn_common_facade;
 using norvane::tarn_common_observer;
 
+/// The statics as they are when the program is loaded, before any test has touched them.
+const bool nothing_at_load = tarn_common_facade::s_the_instance_ == nullptr &&
+                             tarn_common_facade::s_the_client_ == nullptr && tarn_common_facade::semid_ == 0;
+
 class common_facade : public facade_test<tarn_common_facade> {
 protected:
     common_facade() : facade_test(&tarn_common_facade::tarn_common_get_instance) {}
@@ -58,6 +62,8 @@ TEST_F(common_facade, makes_its_creation_semaphore_once_under_the_process_lock)
     EXPECT_NE(tarn_common_facade::semid_, 0U);
     EXPECT_EQ(platform().events, (std::vector<std::string>{"request", "release"})) << "the second call takes no lock";
 }
+
+TEST_F(common_facade, is_not_there_before_it_is_asked_for) { EXPECT_TRUE(nothing_at_load); }
 
 TEST_F(common_facade, dispatch_does_nothing)
 {
