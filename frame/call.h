@@ -7,6 +7,7 @@
 // `exchange` of the same row.
 #pragma once
 
+#include "frame/report.h"
 #include "frame/row.h"
 #include "platform/bmc_mc.h"
 
@@ -173,6 +174,15 @@ template <typename Row>
 [[gnu::always_inline]] inline unsigned int call(bmc_mc_client* client)
 {
     return call<Row>(client, with<>(), into<>());
+}
+
+/// Sends nothing for an argument that cannot be used: reports it under the operation's name and returns
+/// `failure`.
+template <typename Row>
+unsigned int refuse(unsigned int failure, const char* source, int line)
+{
+    report(bad_argument, 0, {source, Row::label, line});
+    return failure;
 }
 
 }  // namespace norvane::frame

@@ -122,11 +122,11 @@ struct on<Row, Operation> {
 
 private:
     template <typename... Fields>
-    static unsigned int invoke(Observer& observer, char* record, char* /*reply*/, field_list<Fields...> /*event*/,
-                               plain_reply::fields)
+    static unsigned int invoke(Observer& observer, [[maybe_unused]] char* record, char* /*reply*/,
+                               field_list<Fields...> /*event*/, plain_reply::fields)
     {
         static_assert(sizeof...(Fields) == sizeof...(Parameters), "a notify operation takes one value a field");
-        constexpr std::size_t length = detail::extent(field_list<Fields...>{});
+        [[maybe_unused]] constexpr std::size_t length = detail::extent(field_list<Fields...>{});
         return (observer.*Operation)(detail::argument<Fields, Parameters>(record, length).get()...);
     }
 

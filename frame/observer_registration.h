@@ -16,23 +16,12 @@ struct null_observer {
     int line;
 };
 
-namespace detail {
-
-template <typename Row>
-unsigned int refuse(const null_observer& refusal)
-{
-    report(bad_argument, 0, {refusal.source, Row::label, refusal.line});
-    return refusal.failure;
-}
-
-}  // namespace detail
-
 /// Registers `observer` under the name that its member `connection_name` holds.
 template <typename Row, typename Observer>
 unsigned int add_observer(bmc_mc_client* client, const Observer* observer,
                           char (Observer::*connection_name)[connection_name_size], const null_observer& refusal)
 {
-    if (observer == nullptr) return detail::refuse<Row>(refusal);
+    if (observer == nullptr) return refuse<Row>(refusal.failure, refusal.source, refusal.line);
     return call<Row>(client, with(reinterpret_cast<std::uintptr_t>(observer), observer->*connection_name));
 }
 
@@ -40,7 +29,7 @@ unsigned int add_observer(bmc_mc_client* client, const Observer* observer,
 template <typename Row, typename Observer>
 unsigned int remove_observer(bmc_mc_client* client, const Observer* observer, const null_observer& refusal)
 {
-    if (observer == nullptr) return detail::refuse<Row>(refusal);
+    if (observer == nullptr) return refuse<Row>(refusal.failure, refusal.source, refusal.line);
     return call<Row>(client, with(reinterpret_cast<std::uintptr_t>(observer)));
 }
 

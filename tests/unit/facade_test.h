@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <thread>
@@ -102,6 +103,69 @@ inline void exercise(const table_row& row, const std::function<unsigned int()>& 
     run("refusal", 0x8badf00d, expect_values);
     recorder.reply_never();
     run("no answer", 0, expect_unanswered);
+}
+
+/// A call whose argument is refused: it returns `result`, makes exactly `reports` and sends nothing.
+inline void exercise_refused_argument(const std::function<unsigned int()>& call, unsigned int result,
+                                      const std::vector<report>& reports = {})
+{
+    auto& recorder = platform();
+    recorder.requests.clear();
+    recorder.reports.clear();
+    EXPECT_EQ(call(), result);
+    EXPECT_TRUE(recorder.requests.empty());
+    EXPECT_EQ(recorder.reports, reports);
+    EXPECT_TRUE(recorder.traces.empty());
+}
+
+/// An object's address as it travels: its low 32 bits.
+inline std::uint32_t address_word(const void* object)
+{
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(object));
+}
+
+/// What is an area's own in the registration of observers.
+struct registration_row {
+    long interface_id;
+    std::string source;
+    std::string add_name;
+    int add_line;
+    std::string remove_name;
+    int remove_line;
+    /// What a null observer is.
+    unsigned int failure;
+};
+
+/// An area's funcs 0 and 1: the observer's address, not its id, and the first 15 bytes of its name; no
+/// name when it is removed; and no observer at all.
+template <typename Facade, typename Observer>
+void exercise_registration(Facade& facade, unsigned int (Facade::*add)(Observer*),
+                           unsigned int (Facade::*remove)(Observer*), const registration_row& row)
+{
+    for (const std::size_t length : {0U, 1U, 14U, 15U, 16U, 40U}) {
+        SCOPED_TRACE(length);
+        std::string name = record(length).pattern(0, length).bytes();
+        Observer observer(-7, name.data());
+        const std::uint32_t address = address_word(&observer);
+        exercise({row.interface_id, 0, record(92).u32(72, address).text(76, name.substr(0, 15)), record(16), 12},
+                 [&] { return (facade.*add)(&observer); });
+        exercise({row.interface_id, 1, record(92).u32(72, address), record(16), 12},
+                 [&] { return (facade.*remove)(&observer); });
+    }
+    exercise_refused_argument([&] { return (facade.*add)(nullptr); }, row.failure,
+                              {{63124, 0, 0, row.source, row.add_name, row.add_line}});
+    exercise_refused_argument([&] { return (facade.*remove)(nullptr); }, row.failure,
+                              {{63124, 0, 0, row.source, row.remove_name, row.remove_line}});
+}
+
+/// Where a virtual operation stands in its class's table of virtual functions.
+template <typename Operation>
+std::size_t slot_of(Operation operation)
+{
+    std::uintptr_t words[2];
+    static_assert(sizeof operation == sizeof words);
+    std::memcpy(words, &operation, sizeof words);
+    return (words[0] - 1) / sizeof(void*);
 }
 
 /// What is a facade's own in the wait for the service.

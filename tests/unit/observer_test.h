@@ -45,7 +45,7 @@ protected:
     unsigned int note(const char* operation, const Values&... values)
     {
         std::ostringstream call;
-        const char* between = "(";
+        [[maybe_unused]] const char* between = "(";
         call << operation;
         ((call << between << +values, between = ", "), ...);
         call << (sizeof...(values) == 0 ? "()" : ")");
