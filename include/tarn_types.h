@@ -77,3 +77,19 @@ struct TARN_COUNT_INFO {
     unsigned short kind;
     unsigned char detail;
 };
+
+// User
+
+/// How users are authenticated.
+enum TARN_USER_AUTHMODE : unsigned int {};
+/// Which user is meant.
+enum TARN_USER_USERKIND : unsigned int {};
+/// What a user may do, as the service's bits.
+enum TARN_USER_RIGHTS : unsigned int {};
+/// A mode of function authentication or of the logout limit.
+enum TARN_MODE_10_VAL : unsigned int {};
+
+/// One user's information; an element of the local user list.
+TARN_OPAQUE_RECORD(TARN_USERINFO_RECORD, 936);
+/// A hidden account's information.
+TARN_OPAQUE_RECORD(TARN_HIDE_USERINFO_RECORD, 608);
