@@ -93,3 +93,37 @@ enum TARN_MODE_10_VAL : unsigned int {};
 TARN_OPAQUE_RECORD(TARN_USERINFO_RECORD, 936);
 /// A hidden account's information.
 TARN_OPAQUE_RECORD(TARN_HIDE_USERINFO_RECORD, 608);
+
+// Panel
+
+enum TARN_PANEL_VIEW_UPDATE_TYPE : unsigned int {};
+enum TARN_PANEL_KEY_EVENT : unsigned int {};
+enum TARN_BUZZER_TYPE : unsigned int {};
+enum TARN_LED_STATE : unsigned int {};
+enum TARN_PANEL_DISPLAY_TYPE : unsigned int {};
+/// Which panel function a value is for.
+enum TARN_PANEL_FUNC_TYPE : unsigned int {};
+enum TARN_PANEL_SET_VALUE : unsigned int {};
+enum TARN_PANEL_APL_SCREEN : unsigned int {};
+enum TARN_PANEL_RESULT : unsigned int {};
+enum TARN_PANEL_MODE_10_VAL : unsigned int {};
+/// What is to happen to a reset timer.
+enum TARN_PNL_RST_TMR : unsigned int {};
+enum TARN_PANEL_RESOURCE_KIND : unsigned int {};
+enum TARN_PANEL_RESOURCE_REQUEST : unsigned int {};
+enum TARN_PANEL_DISPLAY_TEXT_TYPE : unsigned int {};
+
+/// What is asked of the soft ten-key; nothing else is supported.
+enum TARN_PANEL_SOFT_TENKEY_REQUEST_KIND : unsigned int {
+    TARN_PANEL_SOFT_TENKEY_READ = 0,
+    TARN_PANEL_SOFT_TENKEY_SET = 1,
+};
+
+/// How and where the soft ten-key is displayed.
+struct TARN_PANEL_SOFT_TENKEY_DISPLAY_INFO {
+    unsigned int display_mode;
+    unsigned int layout;
+    unsigned int position;
+    unsigned short x;
+    unsigned short y;
+};
