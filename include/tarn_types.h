@@ -127,3 +127,41 @@ struct TARN_PANEL_SOFT_TENKEY_DISPLAY_INFO {
     unsigned short x;
     unsigned short y;
 };
+
+// Accessory
+
+/// Which site a FeliCa setting belongs to.
+enum TARN_ACC_FELICA_SETTING_SITE : unsigned int {};
+/// How FeliCa type-C cards are read.
+enum TARN_ACC_TYPE_C_READ_TYPE : unsigned int {};
+
+/// A detected card. The service defines it; this library hands over where it stands.
+struct TARN_ACC_ICCARD_INFO;
+
+/// The card reader as a device.
+struct TARN_ACC_ICCARD_DEVICE_INFO {
+    unsigned short product_id;
+    unsigned short vendor_id;
+    unsigned char card_device_type;
+    /// The service's; not interpreted.
+    unsigned char reserved;
+};
+
+/// The card reader after its state has changed, up to the last field that is known of it.
+struct TARN_ACC_ICCARD_STATE_CHANGE_INFO {
+    unsigned short product_id;
+    unsigned short vendor_id;
+    unsigned char read_type;
+    /// The service's; not interpreted.
+    unsigned char reserved[6];
+    unsigned char status;
+};
+
+/// The FeliCa settings of one site. Of each string up to 16 bytes are stored.
+struct TARN_ACC_FELICA_SETTING_INFO {
+    std::string first_string;
+    std::string second_string;
+    std::string third_string;
+    unsigned char first_byte;
+    unsigned char second_byte;
+};
