@@ -1,5 +1,6 @@
 #include "tarn_acc_facade.h"
 
+#include "protocol/acc.h"
 #include "tarn_acc_observer.h"
 #include "unit/facade_test.h"
 
@@ -7,6 +8,8 @@ namespace {
 
 using namespace testing_platform;
 using norvane::tarn_acc_facade;
+
+namespace wire = norvane::protocol::acc;
 
 class acc_facade : public facade_test<tarn_acc_facade> {
 protected:
@@ -282,6 +285,42 @@ TEST_F(acc_facade, send_start_prepare)
 TEST_F(acc_facade, send_end_finish)
 {
     exercise_status(bare(17), [&] { return facade().tarn_acc_send_end_finish(); });
+}
+
+TEST_F(acc_facade, rows_are_called_by_their_operations)
+{
+    EXPECT_EQ(numbers_and_names<wire::operations>(),
+              (std::vector<std::pair<long, std::string>>{{0, "tarn_acc_add_observer"},
+                                                         {1, "tarn_acc_remove_observer"},
+                                                         {2, "tarn_acc_get_rw_status"},
+                                                         {3, "tarn_acc_get_iccard_device_info"},
+                                                         {7, "tarn_acc_set_iccard_read_type"},
+                                                         {8, "tarn_acc_set_felica_info"},
+                                                         {9, "tarn_acc_get_felica_info"},
+                                                         {10, "tarn_acc_set_felica_read_type"},
+                                                         {11, "tarn_acc_change_condition"},
+                                                         {12, "tarn_acc_send_start"},
+                                                         {13, "tarn_acc_send_end"},
+                                                         {14, "tarn_acc_charge_price"},
+                                                         {15, "tarn_acc_get_price_limit"},
+                                                         {16, "tarn_acc_send_start_prepare"},
+                                                         {17, "tarn_acc_send_end_finish"}}));
+    EXPECT_EQ(
+        numbers_and_names<wire::notifications>(),
+        (std::vector<std::pair<long, std::string>>{
+            {4, "notify_iccard_detect"}, {5, "notify_iccard_read_error"}, {6, "notify_iccard_state_change_info"}}));
+}
+
+TEST_F(acc_facade, fields_have_their_width_for_those_who_read_them)
+{
+    EXPECT_EQ((wire::get_felica_info::reply::field<"first_string">::width), 16U);
+    EXPECT_EQ((wire::get_felica_info::reply::field<"second_string">::width), 16U);
+    EXPECT_EQ((wire::get_felica_info::reply::field<"third_string">::width), 16U);
+    EXPECT_EQ((wire::set_felica_info::request::field<"first_string">::width), 16U);
+    EXPECT_EQ((wire::set_felica_info::request::field<"second_string">::width), 16U);
+    EXPECT_EQ((wire::set_felica_info::request::field<"third_string">::width), 16U);
+    EXPECT_EQ((wire::change_condition::request::field<"condition">::width), 256U);
+    EXPECT_EQ((wire::iccard_state_change_info::event::field<"state">::width), 12U);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace testing_platform {
@@ -156,6 +157,15 @@ void exercise_registration(Facade& facade, unsigned int (Facade::*add)(Observer*
                               {{63124, 0, 0, row.source, row.add_name, row.add_line}});
     exercise_refused_argument([&] { return (facade.*remove)(nullptr); }, row.failure,
                               {{63124, 0, 0, row.source, row.remove_name, row.remove_line}});
+}
+
+/// Numbers and names of an area's rows, for which the tests have no other use.
+template <typename Rows>
+std::vector<std::pair<long, std::string>> numbers_and_names()
+{
+    std::vector<std::pair<long, std::string>> all;
+    Rows::each([&all]<typename Row>() { all.emplace_back(Row::id, Row::name); });
+    return all;
 }
 
 /// Where a virtual operation stands in its class's table of virtual functions.

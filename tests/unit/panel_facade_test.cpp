@@ -1,5 +1,6 @@
 #include "tarn_panel_facade.h"
 
+#include "protocol/panel.h"
 #include "tarn_panel_observer.h"
 #include "unit/facade_test.h"
 
@@ -7,6 +8,8 @@ namespace {
 
 using namespace testing_platform;
 using norvane::tarn_panel_facade;
+
+namespace wire = norvane::protocol::panel;
 
 class panel_facade : public facade_test<tarn_panel_facade> {
 protected:
@@ -377,6 +380,57 @@ TEST_F(panel_facade, display_soft_tenkey_of_any_other_kind_is_not_supported)
             0x04010706);
         EXPECT_EQ(bytes_of(info), bytes_of(display));
     }
+}
+
+TEST_F(panel_facade, rows_are_called_by_their_operations)
+{
+    EXPECT_EQ(numbers_and_names<wire::operations>(),
+              (std::vector<std::pair<long, std::string>>{{0, "tarn_panel_add_observer"},
+                                                         {1, "tarn_panel_remove_observer"},
+                                                         {2, "tarn_panel_notify_view_update"},
+                                                         {3, "tarn_panel_notify_request_event"},
+                                                         {4, "tarn_panel_notify_key_event"},
+                                                         {5, "tarn_panel_notify_auto_panel_reset"},
+                                                         {6, "tarn_panel_request_buzzer"},
+                                                         {7, "tarn_panel_request_start_led"},
+                                                         {8, "tarn_panel_change_id"},
+                                                         {9, "tarn_panel_extension_authentication_initialize"},
+                                                         {10, "tarn_panel_notify_j_foundation_started"},
+                                                         {11, "tarn_panel_notify_reset_end"},
+                                                         {12, "tarn_panel_request_display_screen"},
+                                                         {13, "tarn_panel_request_set_value"},
+                                                         {14, "tarn_panel_notify_login_complete"},
+                                                         {15, "tarn_panel_notify_browser_complete"},
+                                                         {16, "tarn_panel_notify_browser_startup_complete"},
+                                                         {17, "tarn_panel_notify_panel_resource_response"},
+                                                         {18, "tarn_panel_notify_casset_panel_info"},
+                                                         {19, "tarn_panel_notify_settable_casset_info"},
+                                                         {20, "tarn_panel_notify_copy_service_login_finish"},
+                                                         {21, "tarn_panel_set_apl_available_start"},
+                                                         {22, "tarn_panel_menu_application_initialized"},
+                                                         {23, "tarn_panel_menu_application_terminated"},
+                                                         {24, "tarn_panel_is_screen_available"},
+                                                         {25, "tarn_panel_reset_timer_ctrl"},
+                                                         {26, "tarn_panel_notify_sleep"},
+                                                         {27, "tarn_panel_notify_panel_resource_response"},
+                                                         {28, "tarn_panel_set_display_text"},
+                                                         {29, "tarn_panel_get_display_text"},
+                                                         {30, "tarn_panel_initialize_soft_tenkey"},
+                                                         {31, "tarn_panel_display_soft_tenkey"},
+                                                         {32, "tarn_panel_display_soft_tenkey"}}));
+    EXPECT_EQ(numbers_and_names<wire::notifications>(),
+              (std::vector<std::pair<long, std::string>>{{4, "notify_key_event"}, {5, "notify_auto_panel_reset"}}));
+}
+
+TEST_F(panel_facade, fields_have_their_width_for_those_who_read_them)
+{
+    EXPECT_EQ((wire::notify_key_event::request::field<"apl_id">::width), 32U);
+    EXPECT_EQ((wire::change_id::request::field<"apl_id">::width), 32U);
+    EXPECT_EQ((wire::set_display_text::request::field<"key">::width), 32U);
+    EXPECT_EQ((wire::set_display_text::request::field<"text">::width), 388U);
+    EXPECT_EQ((wire::get_display_text::request::field<"key">::width), 32U);
+    EXPECT_EQ((wire::get_display_text::reply::field<"text">::offset), 16U);
+    EXPECT_EQ((wire::get_display_text::reply::field<"text">::width), 388U);
 }
 
 }  // namespace

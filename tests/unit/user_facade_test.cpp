@@ -1,11 +1,14 @@
 #include "tarn_user_facade.h"
 
+#include "protocol/user.h"
 #include "unit/facade_test.h"
 
 namespace {
 
 using namespace testing_platform;
 using norvane::tarn_user_facade;
+
+namespace wire = norvane::protocol::user;
 
 class user_facade : public facade_test<tarn_user_facade> {
 protected:
@@ -303,6 +306,40 @@ TEST_F(user_facade, logout_limit)
 TEST_F(user_facade, logout_bkg)
 {
     exercise({3, 18, record(76).u32(72, word), record(16), 12}, [&] { return facade().tarn_user_logout_bkg(cert); });
+}
+
+TEST_F(user_facade, rows_are_called_by_their_operations)
+{
+    EXPECT_EQ(numbers_and_names<wire::operations>(),
+              (std::vector<std::pair<long, std::string>>{{0, "tarn_user_account_login"},
+                                                         {1, "tarn_user_account_login"},
+                                                         {2, "tarn_user_logout"},
+                                                         {3, "tarn_user_get_userinfo"},
+                                                         {4, "tarn_user_get_rights"},
+                                                         {5, "tarn_user_get_authentication_mode"},
+                                                         {6, "tarn_user_set_authentication_mode"},
+                                                         {7, "tarn_user_create_hide_account"},
+                                                         {8, "tarn_user_update_hide_account"},
+                                                         {9, "tarn_user_delete_hide_account"},
+                                                         {10, "tarn_user_delete_all_hide_account"},
+                                                         {11, "tarn_user_idm_login"},
+                                                         {12, "tarn_user_get_rights"},
+                                                         {13, "tarn_user_get_local_user_list_prepare"},
+                                                         {14, "tarn_user_get_local_user_list"},
+                                                         {15, "tarn_user_get_local_user_list_finish"},
+                                                         {16, "tarn_user_set_func_auth_mode"},
+                                                         {17, "tarn_user_logout_limit"},
+                                                         {18, "tarn_user_logout_bkg"}}));
+    EXPECT_TRUE(numbers_and_names<wire::notifications>().empty());
+}
+
+TEST_F(user_facade, whoever_watches_learns_no_password)
+{
+    EXPECT_TRUE((wire::account_login::request::field<"password">::is_secret));
+    EXPECT_TRUE((wire::account_login_extra::request::field<"password">::is_secret));
+    EXPECT_TRUE((wire::get_rights::request::field<"password">::is_secret));
+    EXPECT_TRUE((wire::get_rights_extra::request::field<"password">::is_secret));
+    EXPECT_TRUE((wire::idm_login::request::field<"idm">::is_secret));
 }
 
 }  // namespace

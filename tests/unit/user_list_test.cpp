@@ -1,5 +1,6 @@
 #include "tarn_user_facade.h"
 
+#include "protocol/user.h"
 #include "unit/facade_test.h"
 
 namespace {
@@ -87,7 +88,14 @@ protected:
     static inline TARN_USERINFO_RECORD list[50];
 };
 
-TEST_F(user_list, page_size_is_exported) { EXPECT_EQ(tarn_user_facade::USER_PARTITION_SIZE, 46800U); }
+TEST_F(user_list, a_page_is_50_records_of_936_bytes)
+{
+    using page = norvane::protocol::user::local_user_list;
+    EXPECT_EQ(page::capacity, 50U);
+    EXPECT_EQ(page::element_size, 936U);
+    EXPECT_EQ(page::element_type, "TARN_USERINFO_RECORD");
+    EXPECT_EQ(tarn_user_facade::USER_PARTITION_SIZE, 46800U);
+}
 
 TEST_F(user_list, prepare)
 {
