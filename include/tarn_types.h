@@ -165,3 +165,51 @@ struct TARN_ACC_FELICA_SETTING_INFO {
     unsigned char first_byte;
     unsigned char second_byte;
 };
+// Jobs
+
+/// What kind of job to start.
+enum TARN_JOB_CATEGORY : unsigned int {};
+/// Which setting of a job is meant.
+enum TARN_JOB_SETTING : unsigned int {};
+/// Which phone-book (phb) setting of a job is meant.
+enum TARN_PHB_SETTING_ID : unsigned int {};
+/// Whether jobs are prohibited.
+enum TARN_STATE_OF_PROHIBITION : unsigned int {};
+/// Which item's disable information is meant.
+enum TARN_PHB_DISABLE_ITEM : unsigned int {};
+/// An energy-saving state of the machine.
+enum TARN_JOB_ENERGY_SAVING_STATE : unsigned int {};
+/// Which jobs to list.
+enum TARN_JOB_KIND : unsigned int {};
+/// Which function's basic setting is meant.
+enum TARN_JOB_FUNC_TYPE : unsigned int {};
+/// What a job's record is for. 4 is a direct-print job fed as a stream, 7 a scan job with text
+/// recognition (OCR), 8 a scan job without.
+enum TARN_JOB_PHB_CATEGORY : unsigned int {};
+/// How a direct-print job that is fed as a stream is written.
+enum TARN_JOB_STREAM_WRITE_FILE : unsigned int {};
+/// What became of a request for a resource of the panel.
+enum TARN_PANEL_RESULT : unsigned int {};
+/// Which resource of the panel is meant.
+enum TARN_PANEL_RESOURCE_KIND : unsigned int {};
+/// What is asked of a resource of the panel.
+enum TARN_PANEL_RESOURCE_REQUEST : unsigned int {};
+
+/// One destination of a job.
+TARN_OPAQUE_RECORD(TARN_JOB_SEND_INFO, 460);
+/// The settings with which a box job begins.
+TARN_OPAQUE_RECORD(TARN_BOX_JOB_INIT_SETTING, 1568);
+/// Which documents are combined, and how.
+TARN_OPAQUE_RECORD(TARN_PHB_COMBINE_DOC_INFO, 292);
+/// A message about a job.
+TARN_OPAQUE_RECORD(TARN_PHB_GET_MESSAGE, 288);
+/// The state of a job.
+TARN_OPAQUE_RECORD(TARN_JOB_STATE, 296);
+/// One piece of a job's scanned data.
+TARN_OPAQUE_RECORD(TARN_JOB_GET_SCAN_DATA, 16392);
+/// One piece of a job's recognised text.
+TARN_OPAQUE_RECORD(TARN_JOB_GET_OCR_DATA, 24604);
+/// One piece of a direct-print job's data.
+TARN_OPAQUE_RECORD(TARN_JOB_WRITE_STREAM_DATA, 16392);
+/// Phone-book information. The service defines it; the library only passes references to it on.
+struct TARN_PHB_INFO;
