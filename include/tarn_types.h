@@ -213,3 +213,19 @@ TARN_OPAQUE_RECORD(TARN_JOB_GET_OCR_DATA, 24604);
 TARN_OPAQUE_RECORD(TARN_JOB_WRITE_STREAM_DATA, 16392);
 /// Phone-book information. The service defines it; the library only passes references to it on.
 struct TARN_PHB_INFO;
+// Department
+
+/// A hidden department.
+TARN_OPAQUE_RECORD(TARN_DEPT_DEPTINFO, 480);
+
+/// The department mode.
+enum TARN_DEPT_DEPT_MODE : unsigned int {};
+
+/// The mix mode.
+enum TARN_DEPT_MIX_MODE : unsigned int {};
+
+/// The invalid-department mode.
+enum TARN_DEPT_INVALID_DEPT_MODE : unsigned int {};
+
+/// What happens when a department reaches its limit.
+enum TARN_DEPT_LIMIT_ACTION : unsigned int {};
