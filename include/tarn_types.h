@@ -229,3 +229,11 @@ enum TARN_DEPT_INVALID_DEPT_MODE : unsigned int {};
 
 /// What happens when a department reaches its limit.
 enum TARN_DEPT_LIMIT_ACTION : unsigned int {};
+
+// Web service
+
+/// Which kind of web service is meant.
+enum TARN_WEBSERVICE_KIND : unsigned int {};
+
+/// Which certificate file is meant.
+enum TARN_SSL_FILE_TYPE : unsigned int {};
