@@ -230,6 +230,32 @@ enum TARN_DEPT_INVALID_DEPT_MODE : unsigned int {};
 /// What happens when a department reaches its limit.
 enum TARN_DEPT_LIMIT_ACTION : unsigned int {};
 
+// Job information and logs
+
+/// Which of a job's logs is meant.
+enum TARN_JOBINFO_JOBLOG_TYPE_VAL : unsigned int {};
+
+/// How far an image log has come.
+enum TARN_IMAGELOG_CREATE_STATUS_VAL : unsigned int {};
+
+/// The log record of a finished job.
+TARN_OPAQUE_RECORD(TARN_JOBINFO_JOBLOG, 1240);
+
+/// One receive record of a job.
+TARN_OPAQUE_RECORD(TARN_JOBINFO_RECEIVE_INFO, 280);
+
+/// One send record of a job.
+TARN_OPAQUE_RECORD(TARN_JOBINFO_SEND_INFO, 404);
+
+/// The start of a renint operation.
+TARN_OPAQUE_RECORD(TARN_EVENT_RENINT_START, 16);
+
+// Records that only the service's own headers define: this library passes references to them.
+struct TARN_EVENT_JOB_UPDATE_LOG;
+struct TARN_EVENT_PRINT_PAGE;
+struct TARN_EVENT_SCAN_PAGE;
+struct TARN_EVENT_SEND_PAGE;
+
 // Web service
 
 /// Which kind of web service is meant.
