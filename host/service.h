@@ -16,6 +16,9 @@
 
 namespace norvane::host {
 
+/// The name under which a service serves tools, beside the one under which it serves applications.
+inline constexpr const char* control_name = "TARN_CTL";
+
 /// A request as it arrived.
 struct request {
     long interface_id;

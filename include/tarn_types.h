@@ -105,11 +105,14 @@ enum TARN_PANEL_DISPLAY_TYPE : unsigned int {};
 enum TARN_PANEL_FUNC_TYPE : unsigned int {};
 enum TARN_PANEL_SET_VALUE : unsigned int {};
 enum TARN_PANEL_APL_SCREEN : unsigned int {};
+/// What became of a request for a resource of the panel.
 enum TARN_PANEL_RESULT : unsigned int {};
 enum TARN_PANEL_MODE_10_VAL : unsigned int {};
 /// What is to happen to a reset timer.
 enum TARN_PNL_RST_TMR : unsigned int {};
+/// Which resource of the panel is meant.
 enum TARN_PANEL_RESOURCE_KIND : unsigned int {};
+/// What is asked of a resource of the panel.
 enum TARN_PANEL_RESOURCE_REQUEST : unsigned int {};
 enum TARN_PANEL_DISPLAY_TEXT_TYPE : unsigned int {};
 
@@ -188,12 +191,6 @@ enum TARN_JOB_FUNC_TYPE : unsigned int {};
 enum TARN_JOB_PHB_CATEGORY : unsigned int {};
 /// How a direct-print job that is fed as a stream is written.
 enum TARN_JOB_STREAM_WRITE_FILE : unsigned int {};
-/// What became of a request for a resource of the panel.
-enum TARN_PANEL_RESULT : unsigned int {};
-/// Which resource of the panel is meant.
-enum TARN_PANEL_RESOURCE_KIND : unsigned int {};
-/// What is asked of a resource of the panel.
-enum TARN_PANEL_RESOURCE_REQUEST : unsigned int {};
 
 /// One destination of a job.
 TARN_OPAQUE_RECORD(TARN_JOB_SEND_INFO, 460);

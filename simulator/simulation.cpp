@@ -39,7 +39,7 @@ simulation::simulation(const device& device)
             lists_.forget_the_dead();
         });
     host::sweep_partitions();
-    control_ = std::make_unique<host::service>(host::service::options{control_name, {}},
+    control_ = std::make_unique<host::service>(host::service::options{host::control_name, {}},
                                                [this](const host::request& request) { return control(request); });
 }
 

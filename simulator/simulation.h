@@ -11,9 +11,6 @@
 
 namespace norvane::simulator {
 
-/// The name under which tools reach a running stand-in service.
-inline constexpr const char* control_name = "TARN_CTL";
-
 class simulation {
 public:
     /// Serves the device until it is destroyed. Throws device_error if the device file is wrong, and

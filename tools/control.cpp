@@ -2,7 +2,7 @@
 
 #include "host/channel.h"
 #include "host/runtime_directory.h"
-#include "simulator/simulation.h"
+#include "host/service.h"
 
 #include <vector>
 
@@ -10,7 +10,7 @@ namespace norvane::tools {
 
 json control(const json& command)
 {
-    const auto connection = host::channel::connect(simulator::control_name);
+    const auto connection = host::channel::connect(host::control_name);
     if (connection == nullptr) {
         throw control_error("no tarnsim serves in " + host::runtime_directory());
     }
