@@ -1,0 +1,5 @@
+execute_process(COMMAND ${EMULATOR} ${PROGRAM} OUTPUT_VARIABLE written COMMAND_ERROR_IS_FATAL ANY)
+file(READ ${REFERENCE} kept)
+if(NOT written STREQUAL kept)
+  message(FATAL_ERROR "docs/wire-reference.md is not what the rows say: build the target update_wire_reference")
+endif()
