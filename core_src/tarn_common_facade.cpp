@@ -149,11 +149,7 @@ tarn_common_facade* tarn_common_facade::s_the_instance_ = nullptr;
 bmc_mc_client* tarn_common_facade::s_the_client_ = nullptr;
 unsigned int tarn_common_facade::semid_ = 0;
 
-tarn_common_facade::tarn_common_facade()
-    : part_mutex_(1), address_part_id_(nullptr), box_part_id_(nullptr), address_mem_flag_(0), box_mem_flag_(0)
-{
-}
-
+tarn_common_facade::tarn_common_facade() : part_mutex_(1) {}
 tarn_common_facade::~tarn_common_facade() = default;
 
 long tarn_common_facade::dispatch(long, char*, unsigned int, gen_ipc_msghdr) { return 0; }

@@ -299,10 +299,10 @@ private:
 
     /// Guards everything below.
     OSW_Mutex_Semaphore part_mutex_;
-    void* address_part_id_;
-    void* box_part_id_;
-    unsigned int address_mem_flag_;
-    unsigned int box_mem_flag_;
+    void* address_part_id_ = nullptr;
+    void* box_part_id_ = nullptr;
+    unsigned int address_mem_flag_ = 0;
+    unsigned int box_mem_flag_ = 0;
 };
 
 }  // namespace norvane

@@ -363,7 +363,8 @@ protected:
 
     [[nodiscard]] std::string untouched() const
     {
-        return std::string((GetParam().capacity + 1) * GetParam().element_size, '\x55');
+        std::string bytes((GetParam().capacity + 1) * GetParam().element_size, '\x55');
+        return bytes;
     }
 
     unsigned int call() { return GetParam().call(facade(), blk_id, count, page.data()); }
