@@ -96,17 +96,25 @@ TARN_OPAQUE_RECORD(TARN_HIDE_USERINFO_RECORD, 608);
 
 // Panel
 
+/// How a view was updated.
 enum TARN_PANEL_VIEW_UPDATE_TYPE : unsigned int {};
+/// What happened to a key.
 enum TARN_PANEL_KEY_EVENT : unsigned int {};
+/// How the buzzer sounds.
 enum TARN_BUZZER_TYPE : unsigned int {};
+/// State of the LED of the start key.
 enum TARN_LED_STATE : unsigned int {};
+/// Which screen is meant.
 enum TARN_PANEL_DISPLAY_TYPE : unsigned int {};
 /// Which panel function a value is for.
 enum TARN_PANEL_FUNC_TYPE : unsigned int {};
+/// What a panel function is set to.
 enum TARN_PANEL_SET_VALUE : unsigned int {};
+/// Which of an application's screens is meant.
 enum TARN_PANEL_APL_SCREEN : unsigned int {};
 /// What became of a request for a resource of the panel.
 enum TARN_PANEL_RESULT : unsigned int {};
+/// A mode of the panel's cassette information.
 enum TARN_PANEL_MODE_10_VAL : unsigned int {};
 /// What is to happen to a reset timer.
 enum TARN_PNL_RST_TMR : unsigned int {};
@@ -114,6 +122,7 @@ enum TARN_PNL_RST_TMR : unsigned int {};
 enum TARN_PANEL_RESOURCE_KIND : unsigned int {};
 /// What is asked of a resource of the panel.
 enum TARN_PANEL_RESOURCE_REQUEST : unsigned int {};
+/// What kind of display text is meant.
 enum TARN_PANEL_DISPLAY_TEXT_TYPE : unsigned int {};
 
 /// What is asked of the soft ten-key; nothing else is supported.

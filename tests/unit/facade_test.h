@@ -2,6 +2,7 @@
 // operation is put through.
 #pragma once
 
+#include "frame/describe.h"
 #include "unit/recording_platform.h"
 
 #include <gtest/gtest.h>
@@ -164,7 +165,7 @@ template <typename Rows>
 std::vector<std::pair<long, std::string>> numbers_and_names()
 {
     std::vector<std::pair<long, std::string>> all;
-    Rows::each([&all]<typename Row>() { all.emplace_back(Row::id, Row::name); });
+    for (const auto& row : norvane::frame::describe_rows<Rows>()) all.emplace_back(row.id, row.name);
     return all;
 }
 
