@@ -9,6 +9,21 @@ constexpr std::chrono::milliseconds answer_limit{10'000};
 
 }  // namespace
 
+observers::observers(long interface_id, traffic& traffic)
+    : interface_id_(interface_id), traffic_(traffic), announcer_([this] { deliver_announcements(); })
+{
+}
+
+observers::~observers()
+{
+    {
+        const std::lock_guard lock(mutex_);
+        ending_ = true;
+    }
+    announced_.notify_all();
+    announcer_.join();
+}
+
 void observers::add(registration who)
 {
     const std::lock_guard lock(mutex_);
@@ -76,6 +91,29 @@ std::vector<observer_reply> observers::notify(long func_id, std::span<const char
         }
     }
     return replies;
+}
+
+void observers::announce(announcement event)
+{
+    {
+        const std::lock_guard lock(mutex_);
+        announcements_.push_back(std::move(event));
+    }
+    announced_.notify_all();
+}
+
+void observers::deliver_announcements()
+{
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        announced_.wait(lock, [this] { return ending_ || !announcements_.empty(); });
+        if (ending_) return;
+        const announcement event = std::move(announcements_.front());
+        announcements_.pop_front();
+        lock.unlock();
+        notify(event.func_id, event.record);
+        lock.lock();
+    }
 }
 
 std::vector<observers::registration> observers::list() const

@@ -8,10 +8,12 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <deque>
 #include <list>
 #include <mutex>
 #include <span>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace norvane::simulator {
@@ -61,7 +63,10 @@ private:
 
 class observers {
 public:
-    observers(long interface_id, traffic& traffic) : interface_id_(interface_id), traffic_(traffic) {}
+    observers(long interface_id, traffic& traffic);
+    ~observers();
+    observers(const observers&) = delete;
+    observers& operator=(const observers&) = delete;
 
     /// Binds an interface's two operations. An observer that is added again replaces what was known of
     /// it. When a removal is answered the observer is no longer being notified, unless the request
@@ -90,6 +95,14 @@ public:
         return notify(Row::id, event.record());
     }
 
+    /// Has every observer told soon, in the order of the announcements. This is how a request leads to an
+    /// event: the request is answered without waiting for the observers, one of which may be its sender.
+    template <typename Row>
+    void announce(const event_of<Row>& event)
+    {
+        announce({Row::id, {event.record().begin(), event.record().end()}});
+    }
+
     struct registration {
         int process;
         std::uint32_t observer;
@@ -103,15 +116,25 @@ private:
         int notifications_under_way = 0;
         bool removed = false;
     };
+    struct announcement {
+        long func_id;
+        std::vector<char> record;
+    };
 
     void add(registration who);
     void remove(int process, std::uint32_t observer, bool from_notification);
+    void announce(announcement event);
+    void deliver_announcements();
 
     long interface_id_;
     traffic& traffic_;
     mutable std::mutex mutex_;
     std::condition_variable delivered_;
     std::list<entry> entries_;
+    std::condition_variable announced_;
+    std::deque<announcement> announcements_;
+    bool ending_ = false;
+    std::thread announcer_;
 };
 
 }  // namespace norvane::simulator
