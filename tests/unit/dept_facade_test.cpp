@@ -1,11 +1,14 @@
 #include "tarn_dept_facade.h"
 
+#include "protocol/dept.h"
 #include "unit/facade_test.h"
 
 namespace {
 
 using namespace testing_platform;
 using norvane::tarn_dept_facade;
+
+namespace wire = norvane::protocol::dept;
 
 class dept_facade : public facade_test<tarn_dept_facade> {
 protected:
@@ -184,6 +187,38 @@ TEST_F(dept_facade, get_limit_action_mode)
 {
     exercise_get<TARN_DEPT_LIMIT_ACTION>(
         14, [&](TARN_DEPT_LIMIT_ACTION& action) { return facade().tarn_dept_get_limit_action_mode(action); });
+}
+
+TEST_F(dept_facade, rows_are_called_by_their_operations)
+{
+    EXPECT_EQ(numbers_and_names<wire::operations>(),
+              (std::vector<std::pair<long, std::string>>{{0, "tarn_dept_create_hide_dept"},
+                                                         {1, "tarn_dept_add_hide_dept"},
+                                                         {2, "tarn_dept_update_hide_dept"},
+                                                         {3, "tarn_dept_delete_hide_dept"},
+                                                         {4, "tarn_dept_delete_all_hide_dept"},
+                                                         {5, "tarn_dept_retrieve_hide_dept"},
+                                                         {6, "tarn_dept_reset_hide_dept_counter"},
+                                                         {7, "tarn_dept_set_dept_mode"},
+                                                         {8, "tarn_dept_get_dept_mode"},
+                                                         {9, "tarn_dept_set_mix_mode"},
+                                                         {10, "tarn_dept_get_mix_mode"},
+                                                         {11, "tarn_dept_set_invalid_dept_mode"},
+                                                         {12, "tarn_dept_get_invalid_dept_mode"},
+                                                         {13, "tarn_dept_set_limit_action_mode"},
+                                                         {14, "tarn_dept_get_limit_action_mode"}}));
+    EXPECT_TRUE(numbers_and_names<wire::notifications>().empty());
+}
+
+TEST_F(dept_facade, fields_have_their_width_and_type_for_those_who_read_them)
+{
+    EXPECT_EQ((wire::create_hide_dept::request::field<"code">::width), 12U);
+    EXPECT_EQ((wire::delete_hide_dept::request::field<"code">::width), 12U);
+    EXPECT_EQ((wire::retrieve_hide_dept::request::field<"code">::width), 12U);
+    EXPECT_EQ((wire::reset_hide_dept_counter::request::field<"code">::width), 12U);
+    EXPECT_EQ((wire::add_hide_dept::request::field<"department">::type), "TARN_DEPT_DEPTINFO");
+    EXPECT_EQ((wire::update_hide_dept::request::field<"department">::type), "TARN_DEPT_DEPTINFO");
+    EXPECT_EQ((wire::retrieve_hide_dept::reply::field<"department">::type), "TARN_DEPT_DEPTINFO");
 }
 
 }  // namespace

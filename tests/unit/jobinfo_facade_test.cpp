@@ -1,5 +1,6 @@
 #include "tarn_jobinfo_facade.h"
 
+#include "protocol/jobinfo.h"
 #include "tarn_jobinfo_observer.h"
 #include "unit/facade_test.h"
 
@@ -7,6 +8,8 @@ namespace {
 
 using namespace testing_platform;
 using norvane::tarn_jobinfo_facade;
+
+namespace wire = norvane::protocol::jobinfo;
 
 class jobinfo_facade : public facade_test<tarn_jobinfo_facade> {
 protected:
@@ -52,11 +55,6 @@ const auto image_log = static_cast<unsigned long>(0x12345678E1E2E3E4ULL);
 
 record log_request() { return record(80).u32(72, 0xC1C2C3C4).u32(76, 0xD1D2D3D4); }
 
-std::uint32_t address_word(const void* object)
-{
-    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(object));
-}
-
 /// An operation that reads a record of the service's of `size` bytes.
 template <typename Info>
 void exercise_info(const table_row& row, std::size_t size, const std::function<unsigned int(Info& info)>& call)
@@ -72,45 +70,12 @@ void exercise_info(const table_row& row, std::size_t size, const std::function<u
         [&] { EXPECT_EQ(bytes_of(info), record(size).bytes()); });
 }
 
-TEST_F(jobinfo_facade, add_observer)
+TEST_F(jobinfo_facade, registers_observers)
 {
-    for (const std::size_t length : {0U, 1U, 14U, 15U, 16U, 40U}) {
-        SCOPED_TRACE(length);
-        std::string name = record(length).pattern(0, length).bytes();
-        norvane::tarn_jobinfo_observer observer(7, name.data());
-        exercise({8, 0, record(92).u32(72, address_word(&observer)).text(76, name.substr(0, 15)), record(16), 12},
-                 [&] { return facade().tarn_jobinfo_add_observer(&observer); });
-    }
-}
-
-TEST_F(jobinfo_facade, remove_observer)
-{
-    norvane::tarn_jobinfo_observer observer;
-    exercise({8, 1, record(92).u32(72, address_word(&observer)), record(16), 12},
-             [&] { return facade().tarn_jobinfo_remove_observer(&observer); });
-}
-
-/// A null observer was reported and nothing was sent.
-void expect_refusal(const std::string& operation)
-{
-    EXPECT_TRUE(platform().requests.empty());
-    EXPECT_TRUE(platform().traces.empty());
-    ASSERT_EQ(platform().reports.size(), 1U);
-    const auto& said = platform().reports.front();
-    EXPECT_EQ(said, (report{63124, 0, 0, "core_src/tarn_jobinfo_facade", operation, said.line}));
-    EXPECT_GT(said.line, 0);
-}
-
-TEST_F(jobinfo_facade, refuses_to_add_no_observer)
-{
-    EXPECT_EQ(facade().tarn_jobinfo_add_observer(nullptr), 0x04010004U);
-    expect_refusal("tarn_jobinfo_add_observer");
-}
-
-TEST_F(jobinfo_facade, refuses_to_remove_no_observer)
-{
-    EXPECT_EQ(facade().tarn_jobinfo_remove_observer(nullptr), 0x04010004U);
-    expect_refusal("tarn_jobinfo_remove_observer");
+    exercise_registration(facade(), &tarn_jobinfo_facade::tarn_jobinfo_add_observer,
+                          &tarn_jobinfo_facade::tarn_jobinfo_remove_observer,
+                          {8, "core_src/tarn_jobinfo_facade", "tarn_jobinfo_add_observer", line_of_the_code,
+                           "tarn_jobinfo_remove_observer", line_of_the_code, 0x04010004});
 }
 
 TEST_F(jobinfo_facade, retrieve_joblog)
@@ -185,6 +150,43 @@ TEST_F(jobinfo_facade, delete_imagelog)
 {
     exercise({8, 10, record(76).u32(72, 0xE1E2E3E4), record(16), 12},
              [&] { return facade().tarn_jobinfo_delete_imagelog(image_log); });
+}
+
+TEST_F(jobinfo_facade, rows_are_called_by_their_operations)
+{
+    EXPECT_EQ(numbers_and_names<wire::operations>(),
+              (std::vector<std::pair<long, std::string>>{{0, "tarn_jobinfo_add_observer"},
+                                                         {1, "tarn_jobinfo_remove_observer"},
+                                                         {2, "tarn_jobinfo_retrieve_joblog"},
+                                                         {3, "tarn_jobinfo_create_receive_info_list"},
+                                                         {4, "tarn_jobinfo_get_receive_info"},
+                                                         {5, "tarn_jobinfo_delete_receive_info_list"},
+                                                         {6, "tarn_jobinfo_create_send_info_list"},
+                                                         {7, "tarn_jobinfo_get_send_info"},
+                                                         {8, "tarn_jobinfo_delete_send_info_list"},
+                                                         {9, "tarn_jobinfo_retrieve_imagelog"},
+                                                         {10, "tarn_jobinfo_delete_imagelog"}}));
+    EXPECT_EQ(numbers_and_names<wire::notifications>(),
+              (std::vector<std::pair<long, std::string>>{{11, "notify_job_update_log"},
+                                                         {12, "notify_print_page_info"},
+                                                         {13, "notify_scan_page_info"},
+                                                         {14, "notify_fax_send_page_info"},
+                                                         {15, "notify_renint_start_info"},
+                                                         {16, "notify_imagelog_create_status"}}));
+}
+
+TEST_F(jobinfo_facade, fields_have_their_width_and_type_for_those_who_read_them)
+{
+    EXPECT_EQ((wire::retrieve_imagelog::reply::field<"text">::width), 260U);
+    EXPECT_EQ((wire::renint_start_info::event::field<"start">::width), 16U);
+    EXPECT_EQ((wire::retrieve_joblog::reply::field<"log">::type), "TARN_JOBINFO_JOBLOG");
+    EXPECT_EQ((wire::get_receive_info::reply::field<"info">::type), "TARN_JOBINFO_RECEIVE_INFO");
+    EXPECT_EQ((wire::get_send_info::reply::field<"info">::type), "TARN_JOBINFO_SEND_INFO");
+    EXPECT_EQ((wire::job_update_log::event::field<"log">::type), "TARN_EVENT_JOB_UPDATE_LOG");
+    EXPECT_EQ((wire::print_page_info::event::field<"page">::type), "TARN_EVENT_PRINT_PAGE");
+    EXPECT_EQ((wire::scan_page_info::event::field<"page">::type), "TARN_EVENT_SCAN_PAGE");
+    EXPECT_EQ((wire::fax_send_page_info::event::field<"page">::type), "TARN_EVENT_SEND_PAGE");
+    EXPECT_EQ((wire::renint_start_info::event::field<"start">::type), "TARN_EVENT_RENINT_START");
 }
 
 }  // namespace

@@ -1,11 +1,14 @@
 #include "tarn_webservice_facade.h"
 
+#include "protocol/webservice.h"
 #include "unit/facade_test.h"
 
 namespace {
 
 using namespace testing_platform;
 using norvane::tarn_webservice_facade;
+
+namespace wire = norvane::protocol::webservice;
 
 class webservice_facade : public facade_test<tarn_webservice_facade> {
 protected:
@@ -227,6 +230,22 @@ TEST_F(webservice_hdo_certificates, are_traced_but_not_asked_for_without_a_clien
     expect_trace();
     EXPECT_EQ(first, "");
     EXPECT_EQ(second, "");
+}
+
+TEST_F(webservice_facade, rows_are_called_by_their_operations)
+{
+    EXPECT_EQ(
+        numbers_and_names<wire::operations>(),
+        (std::vector<std::pair<long, std::string>>{
+            {0, "tarn_webservice_reserve"}, {1, "tarn_webservice_release"}, {2, "tarn_webservice_get_certificate"}}));
+    EXPECT_TRUE(numbers_and_names<wire::notifications>().empty());
+}
+
+TEST_F(webservice_facade, fields_have_their_width_for_those_who_read_them)
+{
+    EXPECT_EQ((wire::reserve::request::field<"name">::width), 128U);
+    EXPECT_EQ((wire::release::request::field<"name">::width), 128U);
+    EXPECT_EQ((wire::get_certificate::reply::field<"path">::width), 516U);
 }
 
 }  // namespace
