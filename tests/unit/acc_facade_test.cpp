@@ -48,8 +48,6 @@ TEST_F(acc_facade, dispatch_does_nothing)
     facade().dispatch(0, message, sizeof message, {});
     EXPECT_TRUE(platform().requests.empty());
     EXPECT_TRUE(platform().reports.empty());
-    EXPECT_EQ(slot_of(&tarn_acc_facade::dispatch), 2U);
-    EXPECT_EQ(sizeof(tarn_acc_facade), sizeof(void*)) << "it has no members";
 }
 
 TEST_F(acc_facade, registers_observers)

@@ -94,12 +94,4 @@ TEST_F(acc_observer, knows_where_the_fields_of_a_changed_state_stand)
     EXPECT_EQ(sizeof(TARN_ACC_ICCARD_STATE_CHANGE_INFO), 12U);
 }
 
-TEST_F(acc_observer, operations_stand_in_order)
-{
-    EXPECT_EQ(slot_of(&tarn_acc_observer::dispatch), 2U);
-    EXPECT_EQ(slot_of(&tarn_acc_observer::notify_iccard_detect), 3U);
-    EXPECT_EQ(slot_of(&tarn_acc_observer::notify_iccard_read_error), 4U);
-    EXPECT_EQ(slot_of(&tarn_acc_observer::notify_iccard_state_change_info), 5U);
-}
-
 }  // namespace

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstring>
 #include <functional>
 #include <string>
 #include <thread>
@@ -176,16 +175,6 @@ std::vector<std::pair<long, std::string>> numbers_and_names()
     std::vector<std::pair<long, std::string>> all;
     for (const auto& row : norvane::frame::describe_rows<Rows>()) all.emplace_back(row.id, row.name);
     return all;
-}
-
-/// Where a virtual operation stands in its class's table of virtual functions.
-template <typename Operation>
-std::size_t slot_of(Operation operation)
-{
-    std::uintptr_t words[2];
-    static_assert(sizeof operation == sizeof words);
-    std::memcpy(words, &operation, sizeof words);
-    return (words[0] - 1) / sizeof(void*);
 }
 
 /// What is a facade's own in the wait for the service.

@@ -65,11 +65,4 @@ TEST_F(panel_observer, a_reset_needs_no_more_than_a_header)
     EXPECT_EQ(platform().answers.size(), 1U);
 }
 
-TEST_F(panel_observer, operations_stand_in_order)
-{
-    EXPECT_EQ(slot_of(&tarn_panel_observer::dispatch), 2U);
-    EXPECT_EQ(slot_of(&tarn_panel_observer::notify_key_event), 3U);
-    EXPECT_EQ(slot_of(&tarn_panel_observer::notify_auto_panel_reset), 4U);
-}
-
 }  // namespace
