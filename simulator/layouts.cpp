@@ -136,6 +136,34 @@ void layouts::set(const std::string& type, std::span<char> record, const std::st
     if (found->offset + found->size <= record.size()) store_number(record.data() + found->offset, found->size, value);
 }
 
+std::vector<char> layouts::convert(const std::string& from, std::span<const char> record, const std::string& to,
+                                   std::size_t size) const
+{
+    std::vector<char> made(size, '\0');
+    const auto layout = layouts_.find(to);
+    if (layout == layouts_.end()) return made;
+    for (const layout_field& field : layout->second) {
+        const layout_field* const source = find(from, field.name);
+        if (source == nullptr || source->what != field.what || source->offset + source->size > record.size() ||
+            field.offset + field.size > size) {
+            continue;
+        }
+        const auto bytes = record.subspan(source->offset, source->size);
+        switch (field.what) {
+            case layout_field::form::number:
+                store_number(made.data() + field.offset, field.size, load_number(bytes.data(), source->size));
+                break;
+            case layout_field::form::text:
+                copy(made, field.offset, field.size - 1, bytes);
+                break;
+            case layout_field::form::bytes:
+                copy(made, field.offset, field.size, bytes);
+                break;
+        }
+    }
+    return made;
+}
+
 const layout_field* layouts::find(const std::string& type, const std::string& field) const
 {
     const auto layout = layouts_.find(type);

@@ -42,6 +42,9 @@ public:
                                    const std::string& field) const;
     /// Stores a number in a field, if the type has it.
     void set(const std::string& type, std::span<char> record, const std::string& field, std::uint32_t value) const;
+    /// A record of another type about the same thing: the fields that both layouts name, zero the rest.
+    [[nodiscard]] std::vector<char> convert(const std::string& from, std::span<const char> record,
+                                            const std::string& to, std::size_t size) const;
     /// Where a field is, or null where the type has none of that name.
     [[nodiscard]] const layout_field* find(const std::string& type, const std::string& field) const;
 

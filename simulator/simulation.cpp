@@ -3,6 +3,7 @@
 #include "host/partition.h"
 #include "protocol/catalog.h"
 #include "simulator/codec.h"
+#include "simulator/common.h"
 #include "simulator/systeminfo.h"
 
 #include <algorithm>
@@ -25,6 +26,7 @@ simulation::simulation(const device& device)
       router_({codes_.code("unknown_request"), codes_.code("bad_length")})
 {
     const environment shared{codes_, records_, messages_, lists_};
+    areas_.push_back(std::make_unique<common>(device.root(), shared));
     areas_.push_back(std::make_unique<systeminfo>(device.root(), shared));
 
     host::service::options offered;
