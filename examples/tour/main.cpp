@@ -18,6 +18,7 @@ int main(int argc, char** argv)
         return 2;
     }
     tour::story story(std::move(device));
+    tour::common(story);
     tour::systeminfo(story);
     return story.end();
 }

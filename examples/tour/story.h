@@ -48,6 +48,7 @@ private:
     int wrong_ = 0;
 };
 
+void common(story& story);
 void systeminfo(story& story);
 
 }  // namespace tour
