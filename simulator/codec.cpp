@@ -12,9 +12,6 @@ using frame::field_kind;
 
 namespace {
 
-/// Records whose size only the service knows take as much room as this.
-constexpr std::size_t open_ended_record = 1024;
-
 bool is_number(const field_description& field)
 {
     return field.kind == field_kind::word || field.kind == field_kind::half || field.kind == field_kind::octet ||

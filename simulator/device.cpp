@@ -227,6 +227,8 @@ bool node::flag_or(bool otherwise) const
     return value_->get<bool>();
 }
 
+std::filesystem::path node::file() const { return std::filesystem::path(owner_->name_).parent_path() / text(); }
+
 std::vector<char> node::bytes() const
 {
     const std::string digits = text();

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -49,6 +50,8 @@ public:
     [[nodiscard]] std::string text() const;
     [[nodiscard]] std::string text_or(const std::string& otherwise) const;
     [[nodiscard]] bool flag_or(bool otherwise) const;
+    /// A path, written from the folder of the device file on or absolute.
+    [[nodiscard]] std::filesystem::path file() const;
     /// Bytes, written as a text of hexadecimal digit pairs.
     [[nodiscard]] std::vector<char> bytes() const;
 

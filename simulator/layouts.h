@@ -11,6 +11,9 @@
 
 namespace norvane::simulator {
 
+/// Records whose size only the service knows take as much room as this.
+inline constexpr std::size_t open_ended_record = 1024;
+
 /// One named field of a record.
 struct layout_field {
     enum class form { number, text, bytes };

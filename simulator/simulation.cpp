@@ -4,6 +4,7 @@
 #include "protocol/catalog.h"
 #include "simulator/codec.h"
 #include "simulator/common.h"
+#include "simulator/job.h"
 #include "simulator/systeminfo.h"
 
 #include <algorithm>
@@ -28,6 +29,7 @@ simulation::simulation(const device& device)
     const environment shared{codes_, records_, messages_, lists_};
     areas_.push_back(std::make_unique<common>(device.root(), shared));
     areas_.push_back(std::make_unique<systeminfo>(device.root(), shared));
+    areas_.push_back(std::make_unique<jobs>(device.root(), shared));
 
     host::service::options offered;
     for (const auto& each : areas_) {
