@@ -19,6 +19,8 @@ int main(int argc, char** argv)
     }
     tour::story story(std::move(device));
     tour::common(story);
+    tour::story story(std::move(device), std::filesystem::path(argv[1]).parent_path());
     tour::systeminfo(story);
+    tour::job(story);
     return story.end();
 }

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -14,10 +15,13 @@ using json = nlohmann::json;
 
 class story {
 public:
-    explicit story(json device) : device_(std::move(device)) {}
+    story(json device, std::filesystem::path folder) : device_(std::move(device)), folder_(std::move(folder)) {}
 
     /// The device file's content.
     [[nodiscard]] const json& device() const { return device_; }
+
+    /// The path of a file that the device file names.
+    [[nodiscard]] std::filesystem::path file(const std::string& name) const { return folder_ / name; }
 
     /// Begins the part of one area.
     void chapter(std::string_view title);
@@ -44,11 +48,13 @@ private:
     void line(const std::string& text, bool right, const std::string& expected);
 
     json device_;
+    std::filesystem::path folder_;
     int checks_ = 0;
     int wrong_ = 0;
 };
 
 void common(story& story);
 void systeminfo(story& story);
+void job(story& story);
 
 }  // namespace tour
