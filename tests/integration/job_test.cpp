@@ -332,11 +332,6 @@ public:
         const std::lock_guard lock(mutex_);
         return entries_;
     }
-    bool has(const std::string& entry)
-    {
-        const auto all = entries();
-        return std::find(all.begin(), all.end(), entry) != all.end();
-    }
 
 private:
     unsigned int notify_job_state_changed(TARN_JOB_STATE state) override
@@ -679,7 +674,7 @@ TEST_F(job_service, two_applications_scan_at_once)
     TARN_JOB_GET_SCAN_DATA piece{};
     ASSERT_EQ(facade().tarn_job_get_scan_data(job, piece), 0U);
     process other("job_scanner", {"7", directory() / "scanned.bin"}, directory() / "scanner.log");
-    // Both are in the middle of their data from here on.
+    // The other begins while this one is in the middle of its data.
     EXPECT_TRUE(eventually([&] { return std::filesystem::exists(directory() / "scanned.bin"); }));
     const std::string begin(reinterpret_cast<const char*>(piece.bytes) + 8, piece_size);
     EXPECT_TRUE(begin + scan_all(job) == first);
