@@ -46,8 +46,9 @@ using get_authentication_mode = operation<5, "tarn_user_get_authentication_mode"
 using set_authentication_mode = operation<6, "tarn_user_set_authentication_mode",
     request<76, word<"mode", 72>>>;
 
+/// The account's record holds its password.
 using create_hide_account = operation<7, "tarn_user_create_hide_account",
-    request<680, record<"account", "TARN_HIDE_USERINFO_RECORD", 72, 608>>>;
+    request<680, secret<record<"account", "TARN_HIDE_USERINFO_RECORD", 72, 608>>>>;
 
 using update_hide_account = operation<8, "tarn_user_update_hide_account",
     create_hide_account::request>;

@@ -38,7 +38,7 @@ std::string text_of(std::span<const char> bytes) { return {bytes.data(), strnlen
 
 json value_of(const field_description& field, std::span<const char> bytes, const layouts& layouts)
 {
-    if (field.is_secret) return "***";
+    if (field.is_secret) return masked_value;
     if (is_number(field)) return load_number(bytes.data(), field.width);
     switch (field.kind) {
         case field_kind::text:
@@ -50,7 +50,7 @@ json value_of(const field_description& field, std::span<const char> bytes, const
         case field_kind::words:
             return numbers(bytes, sizeof(std::uint32_t));
         default:
-            return layouts.describe(std::string(field.type), bytes);
+            return layouts.describe(std::string(field.type), bytes, secrets::masked);
     }
 }
 

@@ -15,7 +15,8 @@ namespace norvane::simulator {
 /// field on a value that does not fit; a field without a value is zero.
 std::vector<char> encode(const frame::record_description& event, const node& values, const layouts& layouts);
 
-/// The values of a record's fields by name, records by their layouts. What is secret shows as "***".
+/// The values of a record's fields by name, records by their layouts. What is secret shows as "***", a secret field of
+/// a layout too.
 json decode(const frame::record_description& described, std::span<const char> record, const layouts& layouts);
 
 }  // namespace norvane::simulator

@@ -23,7 +23,8 @@ private:
         {"unknown_request", 0x02000001}, {"bad_length", 0x02000002},   {"unknown_key", 0x02000003},
         {"wrong_kind", 0x02000004},      {"not_found", 0x02000005},    {"exists", 0x02000006},
         {"no_partition", 0x02000007},    {"not_prepared", 0x02000008}, {"wrong_password", 0x02000009},
-        {"wrong_state", 0x0200000A},     {"full", 0x0200000B},
+        {"wrong_state", 0x0200000A},     {"full", 0x0200000B},         {"unknown_user", 0x0200000C},
+        {"unknown_card", 0x0200000D},    {"unknown_text", 0x0200000E}, {"over_limit", 0x0200000F},
     };
 };
 

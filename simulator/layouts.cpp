@@ -13,7 +13,8 @@ namespace {
 
 layout_field read_field(const node& entry)
 {
-    layout_field field{entry.at("name").text(), layout_field::form::number, entry.at("offset").number(), 0};
+    layout_field field{entry.at("name").text(), layout_field::form::number, entry.at("offset").number(), 0,
+                       entry["secret"].flag_or(false)};
     const std::string type = entry.at("type").text();
     if (type == "u8") {
         field.size = 1;
@@ -93,13 +94,17 @@ std::vector<char> layouts::fill(const std::string& type, std::size_t size, const
     return record;
 }
 
-json layouts::describe(const std::string& type, std::span<const char> record) const
+json layouts::describe(const std::string& type, std::span<const char> record, secrets kept) const
 {
     const auto found = layouts_.find(type);
     if (found == layouts_.end()) return hexadecimal(record);
     json content = json::object();
     for (const layout_field& field : found->second) {
         if (field.offset + field.size > record.size()) continue;
+        if (field.is_secret && kept != secrets::told) {
+            if (kept == secrets::masked) content[field.name] = masked_value;
+            continue;
+        }
         switch (field.what) {
             case layout_field::form::number:
                 content[field.name] = load_number(record.data() + field.offset, field.size);

@@ -21,13 +21,18 @@ struct layout_field {
     form what;
     std::size_t offset;
     std::size_t size;
+    /// A password or the like, which nobody is shown.
+    bool is_secret;
 };
+
+/// What becomes of a record's secret fields when it is described.
+enum class secrets { told, masked, left_out };
 
 class layouts {
 public:
     /// Reads the device file's "layouts": {"TARN_DOC_INFO": {"fields": [{"name": "id", "offset": 0,
     /// "type": "u32"}, {"name": "title", "offset": 4, "type": "text", "size": 64}, ...]}}. Types are
-    /// u8, u16, u32, text and bytes.
+    /// u8, u16, u32, text and bytes. A field with "secret": true is a password or the like.
     explicit layouts(const node& device);
 
     /// A record of `size` bytes from its content: a text of hexadecimal digits, or an object whose
@@ -35,7 +40,8 @@ public:
     [[nodiscard]] std::vector<char> fill(const std::string& type, std::size_t size, const node& content) const;
 
     /// The content of a record, as `fill` reads it: fields where the type has a layout, else bytes.
-    [[nodiscard]] json describe(const std::string& type, std::span<const char> record) const;
+    [[nodiscard]] json describe(const std::string& type, std::span<const char> record,
+                                secrets kept = secrets::told) const;
 
     /// The value of a number field; 0 where the type has no such field.
     [[nodiscard]] std::uint32_t number(const std::string& type, std::span<const char> record,
@@ -54,6 +60,9 @@ public:
 private:
     std::map<std::string, std::vector<layout_field>> layouts_;
 };
+
+/// What stands for a secret.
+inline constexpr const char* masked_value = "***";
 
 /// Bytes as pairs of hexadecimal digits.
 std::string hexadecimal(std::span<const char> bytes);

@@ -65,6 +65,8 @@ public:
         }
     }
 
+    /// The whole record, its header included.
+    [[nodiscard]] std::span<const char> record() const { return received_.record; }
     /// The process that sent the request.
     [[nodiscard]] int process() const { return received_.process; }
     [[nodiscard]] bool from_notification() const { return received_.from_notification; }

@@ -44,7 +44,8 @@ public:
             if (field::width != 0) bytes = bytes.first(std::min(bytes.size(), field::width));
             const std::size_t terminator = field::kind == field_kind::tail_text ? 1 : 0;
             record_.resize(std::max(record_.size(), field::offset + bytes.size() + terminator));
-            std::copy(bytes.begin(), bytes.end(), record_.begin() + static_cast<std::ptrdiff_t>(field::offset));
+            const std::span<char> room = std::span<char>(record_).subspan(field::offset);
+            std::copy_n(bytes.begin(), std::min(bytes.size(), room.size()), room.begin());
         }
         return *this;
     }

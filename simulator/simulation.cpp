@@ -2,10 +2,13 @@
 
 #include "host/partition.h"
 #include "protocol/catalog.h"
+#include "simulator/acc.h"
 #include "simulator/codec.h"
 #include "simulator/common.h"
 #include "simulator/job.h"
+#include "simulator/panel.h"
 #include "simulator/systeminfo.h"
+#include "simulator/user.h"
 
 #include <algorithm>
 
@@ -30,6 +33,9 @@ simulation::simulation(const device& device)
     areas_.push_back(std::make_unique<common>(device.root(), shared));
     areas_.push_back(std::make_unique<systeminfo>(device.root(), shared));
     areas_.push_back(std::make_unique<jobs>(device.root(), shared));
+    areas_.push_back(std::make_unique<user>(device.root(), shared));
+    areas_.push_back(std::make_unique<panel>(device.root(), shared));
+    areas_.push_back(std::make_unique<acc>(device.root(), shared));
 
     host::service::options offered;
     for (const auto& each : areas_) {
@@ -72,7 +78,8 @@ std::vector<char> simulation::control(const host::request& request)
     } catch (const device_error& wrong) {
         outcome = {{"error", wrong.what()}};
     }
-    const std::string text = outcome.dump();
+    // What applications have stored need not be UTF-8.
+    const std::string text = outcome.dump(-1, ' ', false, json::error_handler_t::replace);
     return {text.begin(), text.end()};
 }
 

@@ -26,7 +26,7 @@ std::string completion_script(const std::string& shell)
     local word=${{COMP_WORDS[COMP_CWORD]}}
     COMPREPLY=()
     case $COMP_CWORD in
-    1) COMPREPLY=($(compgen -W "notify observers watch completion --help" -- "$word")) ;;
+    1) COMPREPLY=($(compgen -W "notify observers watch panel completion --help" -- "$word")) ;;
     2)
         case ${{COMP_WORDS[1]}} in
         notify) COMPREPLY=($(compgen -W "{}" -- "$word")) ;;

@@ -3,6 +3,7 @@
 #include "tools/completion.h"
 #include "tools/control.h"
 #include "tools/events.h"
+#include "tools/panel.h"
 #include "tools/watch.h"
 
 #include <fmt/format.h>
@@ -98,6 +99,7 @@ int main(int argc, char** argv)
     app.add_subcommand("observers", "List the registered observers")->callback(list_observers);
     app.add_subcommand("watch", "Print every message between applications and the service, until interrupted")
         ->callback(tools::watch);
+    app.add_subcommand("panel", "Draw what the operation panel shows just now")->callback(tools::show_panel);
     std::string shell;
     app.add_subcommand("completion", "Print a completion script: eval \"$(tarnctl completion bash)\"")
         ->callback([&shell] { fmt::print("{}", tools::completion_script(shell)); })

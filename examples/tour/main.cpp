@@ -22,5 +22,6 @@ int main(int argc, char** argv)
     tour::story story(std::move(device), std::filesystem::path(argv[1]).parent_path());
     tour::systeminfo(story);
     tour::job(story);
+    tour::card(story);
     return story.end();
 }

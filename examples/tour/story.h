@@ -56,5 +56,6 @@ private:
 void common(story& story);
 void systeminfo(story& story);
 void job(story& story);
+void card(story& story);
 
 }  // namespace tour

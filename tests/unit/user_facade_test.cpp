@@ -329,6 +329,8 @@ TEST_F(user_facade, whoever_watches_learns_no_password)
     EXPECT_TRUE((wire::get_rights::request::field<"password">::is_secret));
     EXPECT_TRUE((wire::get_rights_extra::request::field<"password">::is_secret));
     EXPECT_TRUE((wire::idm_login::request::field<"idm">::is_secret));
+    EXPECT_TRUE((wire::create_hide_account::request::field<"account">::is_secret));
+    EXPECT_TRUE((wire::update_hide_account::request::field<"account">::is_secret));
 }
 
 }  // namespace
