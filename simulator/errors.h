@@ -25,6 +25,7 @@ private:
         {"no_partition", 0x02000007},    {"not_prepared", 0x02000008}, {"wrong_password", 0x02000009},
         {"wrong_state", 0x0200000A},     {"full", 0x0200000B},         {"unknown_user", 0x0200000C},
         {"unknown_card", 0x0200000D},    {"unknown_text", 0x0200000E}, {"over_limit", 0x0200000F},
+        {"end_of_list", 0x02000010},
     };
 };
 

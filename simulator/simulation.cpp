@@ -9,6 +9,10 @@
 #include "simulator/panel.h"
 #include "simulator/systeminfo.h"
 #include "simulator/user.h"
+#include "simulator/dept.h"
+#include "simulator/jobinfo.h"
+#include "simulator/systeminfo.h"
+#include "simulator/webservice.h"
 
 #include <algorithm>
 
@@ -36,6 +40,9 @@ simulation::simulation(const device& device)
     areas_.push_back(std::make_unique<user>(device.root(), shared));
     areas_.push_back(std::make_unique<panel>(device.root(), shared));
     areas_.push_back(std::make_unique<acc>(device.root(), shared));
+    areas_.push_back(std::make_unique<dept>(device.root(), shared));
+    areas_.push_back(std::make_unique<jobinfo>(device.root(), shared));
+    areas_.push_back(std::make_unique<webservice>(device.root(), shared));
 
     host::service::options offered;
     for (const auto& each : areas_) {

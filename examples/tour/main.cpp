@@ -17,11 +17,13 @@ int main(int argc, char** argv)
         fmt::print(stderr, "tour: {} is no device file\n", argv[1]);
         return 2;
     }
-    tour::story story(std::move(device));
-    tour::common(story);
     tour::story story(std::move(device), std::filesystem::path(argv[1]).parent_path());
+    tour::common(story);
     tour::systeminfo(story);
-    tour::job(story);
     tour::card(story);
+    tour::job(story);
+    tour::dept(story);
+    tour::jobinfo(story);
+    tour::webservice(story);
     return story.end();
 }

@@ -57,5 +57,8 @@ void common(story& story);
 void systeminfo(story& story);
 void job(story& story);
 void card(story& story);
+void dept(story& story);
+void jobinfo(story& story);
+void webservice(story& story);
 
 }  // namespace tour
