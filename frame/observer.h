@@ -77,8 +77,21 @@ struct argument {
     Parameter get() { return value; }
 };
 
+/// Whether a record has its field's size, where the library knows it.
+template <typename Field, typename Record>
+constexpr bool has_size_of_field()
+{
+    if constexpr (Field::width == 0) {
+        return true;
+    } else {
+        return sizeof(Record) == Field::width;
+    }
+}
+
 template <typename Field, typename Parameter>
 requires(Field::kind == field_kind::in_place) struct argument<Field, Parameter> {
+    static_assert(has_size_of_field<Field, std::remove_reference_t<Parameter>>(),
+                  "a record in place has exactly its field's size");
     char* bytes;
     explicit argument(char* record, std::size_t /*length*/) : bytes(record + Field::offset) {}
     Parameter get() { return reinterpret_cast<Parameter>(*bytes); }
