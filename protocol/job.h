@@ -19,11 +19,9 @@ using notification = frame::notification<interface_id, Id, Name, Event>;
 /// What most operations are about, and nothing else.
 using job_only = request<76, word<"job", 72>>;
 
-using add_observer = operation<0, "tarn_job_add_observer",
-    request<92, word<"observer", 72>, text<"connection_name", 76, 16, 15>>>;
+using add_observer = operation<0, "tarn_job_add_observer", add_observer_request>;
 
-using remove_observer = operation<1, "tarn_job_remove_observer",
-    request<92, word<"observer", 72>>>;
+using remove_observer = operation<1, "tarn_job_remove_observer", remove_observer_request>;
 
 using generate_jobinfo = operation<6, "tarn_job_generate_jobinfo",
     request<76, word<"category", 72>>,

@@ -78,17 +78,12 @@ TEST_F(job_facade, dispatch_does_nothing)
 
 // Observers
 
-std::uint32_t address_of(const norvane::tarn_job_observer& observer)
-{
-    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(&observer));
-}
-
 TEST_F(job_facade, add_observer)
 {
     platform().next_connection_name = "TARN_OBS0000042";
     norvane::tarn_job_observer observer;
     exercise_under(lock::none,
-                   {2, 0, record(92).u32(72, address_of(observer)).text(76, "TARN_OBS0000042"), record(16), 12},
+                   {2, 0, record(92).u32(72, address_word(&observer)).text(76, "TARN_OBS0000042"), record(16), 12},
                    [&] { return facade().tarn_job_add_observer(&observer); });
 }
 
@@ -97,14 +92,14 @@ TEST_F(job_facade, add_observer_sends_15_bytes_of_a_name_of_16)
     char name[] = "0123456789abcdefgh";
     norvane::tarn_job_observer observer(7, name);
     exercise_under(lock::none,
-                   {2, 0, record(92).u32(72, address_of(observer)).text(76, "0123456789abcde"), record(16), 12},
+                   {2, 0, record(92).u32(72, address_word(&observer)).text(76, "0123456789abcde"), record(16), 12},
                    [&] { return facade().tarn_job_add_observer(&observer); });
 }
 
 TEST_F(job_facade, remove_observer)
 {
     norvane::tarn_job_observer observer;
-    exercise_under(lock::none, {2, 1, record(92).u32(72, address_of(observer)), record(16), 12},
+    exercise_under(lock::none, {2, 1, record(92).u32(72, address_word(&observer)), record(16), 12},
                    [&] { return facade().tarn_job_remove_observer(&observer); });
 }
 
