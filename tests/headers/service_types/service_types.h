@@ -1,0 +1,77 @@
+// The service's own definitions of the records, as an application might have them: some of their fields
+// are named, of the others only the size is known.
+#pragma once
+
+struct TARN_DEPT_DEPTINFO {
+    char code[12];
+    char name[64];
+    unsigned int print_limit;
+    unsigned int printed;
+    unsigned char more[396];
+};
+
+// A record may use the library's enumerations.
+struct TARN_JOBINFO_JOBLOG {
+    unsigned int id;
+    TARN_JOBINFO_JOBLOG_TYPE_VAL type;
+    unsigned char more[1232];
+};
+
+struct TARN_COUNT_INFO {
+    unsigned short counter;
+    unsigned char detail;
+    unsigned char unused;
+};
+
+struct TARN_PANEL_SOFT_TENKEY_DISPLAY_INFO {
+    unsigned int mode;
+    unsigned int layout;
+    unsigned int position;
+    unsigned short left;
+    unsigned short top;
+};
+
+// Old headers define their records so.
+typedef struct {
+    unsigned int page;
+    unsigned int pages;
+} TARN_EVENT_PRINT_PAGE;
+
+#define SERVICE_RECORD(name, size)   \
+    struct name {                    \
+        unsigned char content[size]; \
+    }
+
+SERVICE_RECORD(TARN_BOX_DETAIL_INFO, 764);
+SERVICE_RECORD(TARN_FAX_BOX_DETAIL_INFO, 764);
+SERVICE_RECORD(TARN_BOX_LIST_INFO, 748);
+SERVICE_RECORD(TARN_DOC_INFO, 292);
+SERVICE_RECORD(TARN_EASY_BOX_INFO, 3080);
+SERVICE_RECORD(TARN_FAX_BOX_LIST, 748);
+SERVICE_RECORD(TARN_FAX_DOC_LIST, 292);
+SERVICE_RECORD(TARN_JBRT_DOC_LIST, 408);
+SERVICE_RECORD(TARN_PERSONAL_ADDRESS, 2124);
+SERVICE_RECORD(TARN_GROUP_ADDRESS, 390);
+SERVICE_RECORD(TARN_GROUP_MEMBER, 1068);
+SERVICE_RECORD(TARN_PAPER_INFO, 4);
+SERVICE_RECORD(TARN_USERINFO_RECORD, 936);
+SERVICE_RECORD(TARN_HIDE_USERINFO_RECORD, 608);
+SERVICE_RECORD(TARN_JOB_SEND_INFO, 460);
+SERVICE_RECORD(TARN_BOX_JOB_INIT_SETTING, 1568);
+SERVICE_RECORD(TARN_PHB_COMBINE_DOC_INFO, 292);
+SERVICE_RECORD(TARN_PHB_GET_MESSAGE, 288);
+SERVICE_RECORD(TARN_JOB_STATE, 296);
+SERVICE_RECORD(TARN_JOB_GET_SCAN_DATA, 16392);
+SERVICE_RECORD(TARN_JOB_GET_OCR_DATA, 24604);
+SERVICE_RECORD(TARN_JOB_WRITE_STREAM_DATA, 16392);
+SERVICE_RECORD(TARN_JOBINFO_RECEIVE_INFO, 280);
+SERVICE_RECORD(TARN_JOBINFO_SEND_INFO, 404);
+SERVICE_RECORD(TARN_EVENT_RENINT_START, 16);
+SERVICE_RECORD(TARN_JBRT_DOC_INFO, 16);
+SERVICE_RECORD(TARN_ACC_ICCARD_DEVICE_INFO, 6);
+SERVICE_RECORD(TARN_ACC_ICCARD_STATE_CHANGE_INFO, 20);
+SERVICE_RECORD(TARN_ACC_ICCARD_INFO, 96);
+SERVICE_RECORD(TARN_PHB_INFO, 64);
+SERVICE_RECORD(TARN_EVENT_JOB_UPDATE_LOG, 32);
+SERVICE_RECORD(TARN_EVENT_SCAN_PAGE, 32);
+SERVICE_RECORD(TARN_EVENT_SEND_PAGE, 128);
