@@ -1,0 +1,23 @@
+# Writes the calls of every operation that the facades' headers declare, for heap_test.cpp.
+function(write_heap_calls folder output)
+  set(calls "")
+  foreach(area acc common dept job jobinfo panel systeminfo user webservice)
+    set(header ${folder}/tarn_${area}_facade.h)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
+    file(READ ${header} text)
+    string(REGEX REPLACE "//[^\n]*" "" text "${text}")
+    string(REGEX MATCHALL "(unsigned int|unsigned long|long|int|bool|void) tarn_[a-z0-9_]+\\([^()]*\\)" found "${text}")
+    if(found STREQUAL "")
+      message(FATAL_ERROR "${header} declares no operation")
+    endif()
+    set(class norvane::tarn_${area}_facade)
+    foreach(declaration IN LISTS found)
+      string(REGEX MATCH "^(.*) (tarn_[a-z0-9_]+)(\\(.*\\))$" all "${declaration}")
+      string(APPEND calls
+        "call<${class}>(\"${CMAKE_MATCH_2}\", ${class}::tarn_${area}_get_instance(),\n"
+        "    static_cast<${CMAKE_MATCH_1} (${class}::*)${CMAKE_MATCH_3}>(&${class}::${CMAKE_MATCH_2}))[;]\n")
+    endforeach()
+  endforeach()
+  string(REPLACE "[;]" ";" calls "${calls}")
+  file(CONFIGURE OUTPUT ${output} CONTENT "${calls}" @ONLY)
+endfunction()
