@@ -19,7 +19,7 @@ constexpr std::size_t title_offset = 80;
 constexpr std::size_t sender_offset = 8;
 constexpr std::size_t address_offset = 8;
 
-constexpr unsigned int end_of_list = 0x0200000C;
+constexpr unsigned int end_of_list = 0x02000010;
 /// More entries than any list has: a service that is gone answers with 0 for ever.
 constexpr int most_entries = 20;
 

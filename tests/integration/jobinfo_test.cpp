@@ -19,7 +19,7 @@ using norvane::tarn_jobinfo_observer;
 
 constexpr unsigned int not_found = 0x02000005;
 constexpr unsigned int not_prepared = 0x02000008;
-constexpr unsigned int end_of_list = 0x0200000C;
+constexpr unsigned int end_of_list = 0x02000010;
 
 constexpr unsigned int sent_job = 7001;
 constexpr unsigned int received_job = 7002;
