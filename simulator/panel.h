@@ -23,7 +23,7 @@ public:
     [[nodiscard]] json state() const override;
 
 private:
-    struct screen {
+    struct screen_entry {
         std::string name;
         bool available;
     };
@@ -54,7 +54,7 @@ private:
     const layouts& records_;
     observers observers_;
     mutable std::mutex mutex_;
-    std::map<std::uint32_t, screen> screens_;
+    std::map<std::uint32_t, screen_entry> screens_;
     std::map<std::string, std::uint32_t> applications_;
     std::map<text_key, std::string> texts_;
     std::map<std::uint32_t, std::vector<char>> soft_tenkeys_;
