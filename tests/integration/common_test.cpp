@@ -121,8 +121,8 @@ TEST_F(common_service, a_password_counts_as_far_as_its_text_is_sent)
 {
     const process service = start_service();
     TARN_BOX_DETAIL_INFO info{};
-    EXPECT_EQ(facade().tarn_get_box_detail_info(3, "0123456789abcdefg", info), 0U) << "17 bytes are sent";
-    EXPECT_EQ(facade().tarn_get_box_detail_info(3, "0123456789abcdefgh", info), 0U) << "of these 17 as well";
+    EXPECT_EQ(facade().tarn_get_box_detail_info(3, "0123456789abcdefg", info), 0U) << "17 bytes of 18";
+    EXPECT_EQ(facade().tarn_get_box_detail_info(3, "0123456789abcdefgh", info), 0U) << "of which 17 are sent";
     EXPECT_EQ(facade().tarn_get_box_detail_info(3, "0123456789abcdef", info), wrong_password);
     EXPECT_EQ(facade().tarn_get_box_detail_info(1, "anything", info), 0U) << "a box without a password";
 }
