@@ -5,13 +5,12 @@
 #include "simulator/acc.h"
 #include "simulator/codec.h"
 #include "simulator/common.h"
+#include "simulator/dept.h"
 #include "simulator/job.h"
+#include "simulator/jobinfo.h"
 #include "simulator/panel.h"
 #include "simulator/systeminfo.h"
 #include "simulator/user.h"
-#include "simulator/dept.h"
-#include "simulator/jobinfo.h"
-#include "simulator/systeminfo.h"
 #include "simulator/webservice.h"
 
 #include <algorithm>
