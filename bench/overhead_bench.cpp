@@ -12,7 +12,7 @@
 namespace {
 
 struct variants {
-    std::function<void()> library;
+    std::function<void()> measured;
     std::function<void()> twin;
 };
 
@@ -45,7 +45,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "\n");
         return 2;
     }
-    const auto& run = std::string(argv[2]) == "twin" ? found->second.twin : found->second.library;
+    const auto& run = std::string(argv[2]) == "twin" ? found->second.twin : found->second.measured;
     for (long round = std::strtol(argv[3], nullptr, 10); round > 0; --round) run();
     return 0;
 }
