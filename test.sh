@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds and runs all tests: natively, with the sanitizers, and on emulated
-# PowerPC. With --quick, natively only. The last line counts them.
+# Installs what is missing, builds and runs all tests: natively, on emulated PowerPC, and with the
+# sanitizers. With --quick, natively only. The last line counts them.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$root"
 . packaging/install-packages.sh
 
-presets=(native asan tsan powerpc)
+presets=(native powerpc tsan asan)
 case "${1:-}" in
     "") ;;
     --quick) presets=(native) ;;
