@@ -14,6 +14,11 @@ case "${1:-}" in
 esac
 install_packages packaging/packages.txt
 
+# A figure of the whole run of the preset.
+total() {
+    sed -n "s/^[[:space:]]*$1=\"\([0-9]*\)\".*/\1/p" "build/$preset-tests.xml" | head -n 1
+}
+
 passed=0 failed=0 skipped=0
 for preset in "${presets[@]}"; do
     printf '== %s\n' "$preset"
@@ -25,9 +30,15 @@ for preset in "${presets[@]}"; do
         failed=$((failed + 1))
         continue
     fi
+    rm -f "build/$preset-tests.xml"
     ctest --preset "$preset" --parallel "$(nproc)" --output-junit "$root/build/$preset-tests.xml" >"$log" 2>&1 || true
-    read -r tests failures skips < <(sed -n 's/.*<testsuite .*/&/; /<testsuite/,/>/p' "build/$preset-tests.xml" |
-        tr '\n\t' '  ' | sed -E 's/.* tests="([0-9]+)".* failures="([0-9]+)".* skipped="([0-9]+)".*/\1 \2 \3/')
+    if [ ! -e "build/$preset-tests.xml" ]; then
+        tail -n 20 "$log"
+        printf '%s ran no test\n' "$preset"
+        failed=$((failed + 1))
+        continue
+    fi
+    tests=$(total tests) failures=$(total failures) skips=$(total skipped)
     [ "$failures" -eq 0 ] || sed -n '/^ *[0-9]*\/[0-9]* Test.*\(Failed\|Timeout\|Exception\|Not Run\)/,/^ *Start/p' "$log" | tail -n 200
     tail -n 3 "$log" | grep 'Total Test time' || true
     printf '%d tests, %d failed, %d skipped\n' "$tests" "$failures" "$skips"
