@@ -46,7 +46,7 @@ tarn_user_facade* tarn_user_facade::s_the_instance_ = nullptr;
 OSW_Mutex_Semaphore* tarn_user_facade::mtx_ = nullptr;
 bmc_mc_client* tarn_user_facade::s_the_client_ = nullptr;
 
-tarn_user_facade::tarn_user_facade() : part_mutex_(1), part_id_(nullptr), mem_flag_(0) {}
+tarn_user_facade::tarn_user_facade() : part_mutex_(1) {}
 tarn_user_facade::~tarn_user_facade() = default;
 
 long tarn_user_facade::dispatch(long, char*, unsigned int, gen_ipc_msghdr) { return 0; }

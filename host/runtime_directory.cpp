@@ -58,7 +58,7 @@ const std::string& runtime_directory()
 std::string socket_path(const std::string& name) { return runtime_directory() + "/" + name; }
 
 file_lock::file_lock(const std::string& path, mode how)
-    : descriptor_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)), held_(false)
+    : descriptor_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR))
 {
     if (descriptor_ < 0) throw std::system_error(errno, std::generic_category(), path);
     int outcome = 0;

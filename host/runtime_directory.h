@@ -28,7 +28,7 @@ public:
 
 private:
     int descriptor_;
-    bool held_;
+    bool held_ = false;
 };
 
 /// Held while a process makes or sweeps away what others find by name, so that nothing is swept away

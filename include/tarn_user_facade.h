@@ -122,9 +122,9 @@ private:
     /// Guards the two members that follow.
     OSW_Mutex_Semaphore part_mutex_;
     /// The partition of the user list; null while there is none.
-    void* part_id_;
+    void* part_id_ = nullptr;
     /// Creations that no deletion has answered yet.
-    unsigned int mem_flag_;
+    unsigned int mem_flag_ = 0;
 
     static tarn_user_facade* s_the_instance_;
     static OSW_Mutex_Semaphore* mtx_;
