@@ -50,7 +50,7 @@ void check_layout(const node& member, const layouts& records, const std::string&
     const layout_field* const length = records.find(type, "length");
     if (data == nullptr || data->what != layout_field::form::bytes || data->offset + data->size > size ||
         length == nullptr || length->what != layout_field::form::number || length->offset + length->size > size) {
-        member.fail("a layout of " + type + " with a number \"length\" and bytes \"data\" inside its " +
+        member.fail("a layout of " + type + R"( with a number "length" and bytes "data" inside its )" +
                     std::to_string(size) + " bytes");
     }
 }
